@@ -1,0 +1,10 @@
+// clock.h -- time. In `play` it is virtual: a wait advances it at once.
+#pragma once
+#include <cstdint>
+
+// Milliseconds of a steady clock.
+int64_t SteadyMs();
+// Blocks, serving nothing.
+void SleepMs(int milliseconds);
+struct LocalTime { int year, month, day, hour, minute, second; };
+LocalTime NowLocal();
