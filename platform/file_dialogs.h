@@ -12,6 +12,6 @@ struct FileDialog {
 };
 constexpr int pathSize = 260;
 // 1 and the chosen path in UTF-8 (full, at most pathSize - 1 bytes); 0 on cancel. Opening: the file must exist, the
-// read-only box is hidden.
+// read-only box is hidden. On OK the file's folder becomes the current one.
 int AskOpenFile(const FileDialog& dialog, char path[pathSize]);
 int AskSaveFile(const FileDialog& dialog, char path[pathSize]);

@@ -1,0 +1,7 @@
+// wide.h -- UTF-8 to and from the system's UTF-16. Bytes that are no UTF-8 become the replacement character.
+#pragma once
+#include <string>
+#include <string_view>
+
+std::wstring Wide(std::string_view utf8);
+std::string Utf8(std::wstring_view wide);
