@@ -1,5 +1,6 @@
 #include "platform/clock.h"
 
+#include <algorithm>
 #include <ctime>
 #include <thread>
 
@@ -17,6 +18,12 @@ void SleepMs(int milliseconds) {
         script.virtualMs += milliseconds > 0 ? milliseconds : 0;
     else
         std::this_thread::sleep_for(chrono::milliseconds{milliseconds});
+}
+
+void SpinUntil(int64_t steadyMs) {
+    if (script.virtualClock) script.virtualMs = std::max<int64_t>(script.virtualMs, steadyMs);
+    while (SteadyMs() < steadyMs) {
+    }
 }
 
 LocalTime NowLocal() {
