@@ -1,7 +1,7 @@
 // settings.h -- the values of "ZRKA.ini" that no other module owns, and the graph layout.
 //
 // Written  by LoadSettings and LoadGraphLayout (settings_file.h, graph_layout.h), the dialogs and keys. A leaf: it
-//          includes nothing of the house. The keys, defaults and limits stand in settings_file.cpp and graph_layout.cpp.
+//          includes nothing of the house. The keys, start values and limits stand in settings_file.cpp and graph_layout.cpp.
 #pragma once
 
 constexpr int layoutChannels = 14;  // channelTotal of run_data/channels.h
@@ -18,8 +18,8 @@ extern int windowWidth, windowHeight;   // client size, keys x2, y2
 extern int zoomed;                      // 1: maximised
 
 // A/F map.
-extern int   AFmap_YCH, AFmap_AFCH, AFmap_SWCH;
-extern double AFmap_SWTHS;              // switch threshold, shown units
+extern int AFmap_YCH, AFmap_AFCH, AFmap_SWCH;
+extern float AFmap_SWTHS;               // switch threshold, shown units
 
 // Modes.
 extern int CursolValueMode;    // bit 0 tags, bit 1 hides the panels, bit 2 hides the times at the top
@@ -65,5 +65,6 @@ extern int colorCurrent[colorRowSize];     // what File 1 wears
 extern int Color_Red[colorRowSize];        // File 2
 extern int Color_White[colorRowSize];      // File 3
 
-// Puts all of the above into the built-in start state, the defaults of the tables.
+// Puts every value that a settings file can hold into its start state, which is what an empty file gives: the above, and
+// those that graph/view_state.h and run_data/run_store.h own.
 void DefaultSettings();
