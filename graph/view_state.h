@@ -16,6 +16,7 @@ extern int32_t animationPending;  // 1: something still glides; cleared at the s
 extern int32_t screenWidth, screenHeight;  // virtual screen
 extern int32_t clientWidth, clientHeight;  // each frame
 extern int32_t halfWidth, halfHeight;
+extern int32_t clientVisible;              // 0 while minimised: the sizes keep their last values, nothing is drawn
 extern int32_t rowHeight, fontSize;        // size and line pitch of bigFont and smallFont
 extern int32_t lapColumnWidth, lapListTop;
 
@@ -39,6 +40,7 @@ extern int32_t histForce;                       // suspension histogram is to be
 extern int32_t keepOn;                          // "Keep" of the lap table
 extern int32_t meterRedraw;                     // meter and body images need redrawing
 extern int32_t popupWanted, popupCounter;       // CoursePopup, 0..32
+extern int32_t appear, histBusy;                // body view: entry 0..32; 1: the histogram drew segments in the last frame
 
 // Input as the frame sees it (written by the input step).
 extern int32_t  mouseX, mouseY;
