@@ -20,4 +20,5 @@ void BuildColors();
 void BuildColorRamp();
 // Chooses File 1's current row, then BuildColors. forceNormal keeps Color_Green.
 void ApplyColorSet(int forceNormal);
+// The dark scheme, whatever colortype says; the settings at hand give the channel colours.
 void DefaultColorScheme();
