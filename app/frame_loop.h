@@ -20,14 +20,23 @@ void BuildFonts();
 // One pass of the loop: messages, power, input, frame, pace.
 void LoopPass();
 bool LoopRuns();
+// clientWidth, clientHeight and their halves; a minimised window keeps the last ones.
+void ReadClientSize();
 // One frame from back to front, without the flip.
 void DrawFrame();
+// The wait at the end of a pass: 200 ms at rest, else what keeps the frame rate.
 void PaceFrame();
+// Milliseconds of the pass so far, and of the one before with its wait.
+int PassElapsedMs();
+int LastPassMs();
+// Recovery from a failed message pump: window, tool bar and device anew.
 void ResetDevice();
 void ShutDownProgram();
 // Power broadcast as the tool bar receives it.
 enum class PowerEvent { suspendQuery, suspend, resume };
 void PowerBroadcast(PowerEvent event);
+// One pass's share of suspending and resuming; the rest of a pass runs only in state 0.
+void ActOnPowerState();
 // WM_DISPLAYCHANGE.
 void DisplayChanged();
 void DefaultFrameLoop();
