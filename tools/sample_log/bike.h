@@ -4,7 +4,7 @@
 constexpr int bikeGears        = 6;
 constexpr int primaryTeeth[2]  = {76, 36};                                                    // main, counter
 constexpr int gearTeeth[bikeGears][2] = {{33, 12}, {32, 16}, {30, 18}, {26, 18}, {30, 23}, {29, 24}};  // main, counter
-constexpr int sprocketTeeth[2] = {15, 43};                                                    // front, rear
+constexpr int sprocketTeeth[2] = {16, 42};                                                    // front, rear
 constexpr int frontWheelMm     = 1920;                                                        // per turn
 constexpr int rearWheelMm      = 2010;
 

@@ -107,8 +107,8 @@ void LayRoad(Circuit& circuit) {
     double wave = 0, ripple = 0;
     for (int lap = 0; lap < 2; lap++)  // the second round starts as the first ended, so that the ends meet
         for (int i = 0; i < n; i++) {
-            wave = wave * 0.985 + RandomSigned(random) * 1.1;
-            ripple = ripple * 0.6 + RandomSigned(random) * 0.9;
+            wave = wave * 0.985 + RandomSigned(random) * 1.7;
+            ripple = ripple * 0.6 + RandomSigned(random) * 1.5;
             circuit.road[i] = wave + ripple;
         }
     for (int place = 0; place < circuit.length / 120; place++) {

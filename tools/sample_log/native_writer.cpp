@@ -59,8 +59,10 @@ int RawStroke(int version, int stroke, int span, int zero) {
 // versions have them.
 int StrokeZero(int version, int span, int zero) { return version == 32 ? (span - zero * span / 1024) / 25 / 4 * 4 : zero & ~(version == 0 ? 3 : 0); }
 
-int RawVolts(int version, int centivolts, int fullScale) {
-    return std::clamp<int>(Nearest(int64_t{centivolts} * (version == 4 ? 65535 : 255), fullScale), 0, version == 4 ? 65535 : 255);
+// Reading of `value` where the whole range of the input is `fullScale`.
+int RawShare(int version, int64_t value, int fullScale) {
+    const int full = version == 4 ? 65535 : 255;
+    return static_cast<int>(std::clamp<int64_t>(Nearest(value * full, fullScale), 0, full));
 }
 
 int RawMixture(int version, int af) {
@@ -73,8 +75,8 @@ int RawWater(int version, int temperature) {
     while (k < 14 && temperature < waterCurve[k + 1][1]) k++;
     const auto [x0, y0] = waterCurve[k];
     const auto [x1, y1] = waterCurve[k + 1];
-    const int full = version == 4 ? 65535 : 255;
-    return std::clamp<int>(Nearest(int64_t{x0 * (y1 - y0) + (x1 - x0) * (temperature - y0)} * (full / 255), y1 - y0), 0, full);
+    // The curve's bytes share their full range with the 8 bit reading.
+    return RawShare(version, int64_t{x0} * (y0 - y1) + int64_t{x1 - x0} * (y0 - temperature), 255 * (y0 - y1));
 }
 
 int StrokeSpan(const SampleLogOptions& options, bool front) {
@@ -88,16 +90,15 @@ RawSample ToRaw(const SampleLogOptions& options, const BikeSample& s) {
     raw.ne = options.neDivider == 0 ? s.ne / 2 : s.ne * options.neDivider;
     raw.vfw = s.vfw;
     raw.vrw = s.vrw;
-    const int pressure = static_cast<int>(Nearest((s.aux1 - pressureOffset) * 100, pressureSlope));  // 0.01 V
     const int fields[8] = {
         RawThrottle(version, s.th),
         RawStroke(version, s.fsus, frontSpan, StrokeZero(version, frontSpan, frontZero)),
         RawStroke(version, s.rsus, rearSpan, StrokeZero(version, rearSpan, rearZero)),
         RawMixture(version, s.laf1),
         RawMixture(version, s.laf2),
-        RawVolts(version, options.voltInputs ? s.aux1 / 5 + 50 : pressure, 500),
-        options.voltInputs ? RawVolts(version, s.aux2 / 20, 500) : RawWater(version, s.aux2),
-        RawVolts(version, s.vb, 2000),
+        RawShare(version, s.aux1 - pressureOffset, 5 * pressureSlope),  // the same volts, calibrated or not
+        RawWater(version, s.aux2),
+        RawShare(version, s.vb, 2000),
     };
     std::copy(std::begin(fields), std::end(fields), raw.fields);
     raw.mark = s.mark;

@@ -15,6 +15,7 @@ constexpr double pitAt = 60, pitEnd = 230;         // m: where the bike leaves i
 constexpr double pitSpeed = 16.6;                  // m/s
 constexpr int    cutTicks = 12, blipTicks = 26;    // of an upshift and a downshift
 constexpr int    markTicks = 8;
+constexpr double frontSag = 41, rearSag = 19;      // mm of stroke, standing with the rider
 constexpr int    rideOutTicks = 8 * samplesPerSecond;  // logged after the last timed lap
 
 double GearRatio(int gear) {
@@ -70,6 +71,7 @@ void MoveHands(Ride& ride, double drive, double drag) {
 void StartShift(Ride& ride, int& ticks, int length) {
     ticks = length;
     ride.sinceShift = 0;
+    ride.blipSize = 0.2 + 0.12 * RandomSigned(ride.random);
 }
 
 void ChangeGears(Ride& ride, double rearSpeed) {
@@ -146,8 +148,39 @@ void MoveBike(Ride& ride, double drive, double drag, double noise) {
     ride.speed += step * ride.acceleration;
     if (ride.speed <= 0) ride.speed = 0, ride.acceleration = std::max(0.0, ride.acceleration);
     ride.at += step * ride.speed / ride.line;
-    ride.hand = ride.hand * 0.995 + 0.0035 * noise;
+    ride.hand = ride.hand * 0.996 + 0.006 * noise;
     PassMarks(ride, before);
+}
+
+// Probes with a lag of their own, and inputs that the unit takes at a fraction of the log's rate.
+void ReadSlowSensors(Ride& ride, const double* noise) {
+    const bool overrun = ride.throttle < 0.02 && ride.rpm > 3000;
+    const double mixture = ride.gear == 0 ? 13.8 : overrun ? 14.7 : 14.3 - 1.7 * ride.throttle;
+    ride.mixture += (mixture - ride.mixture) * 0.035;
+    ride.water += (82 - ride.speed * 0.12 + 6 * ride.throttle - ride.water) * 0.00012;
+    const double charge = 12.4 + 1.4 * Limited((ride.rpm - 1200) / 2600, 0, 1) - 0.15 * ride.throttle;
+    ride.volts += (charge - (ride.cut > 0 ? 0.5 : 0) - ride.volts) * 0.04;
+    const bool brownOut = ride.lowBattery && ride.tick % 8000 > 7880;
+    BikeSample& shown = ride.shown;
+    if (ride.tick % 4 == 0) shown.laf1 = Stored(ride.mixture * 100 + 5 * noise[7], 900, 1800);
+    if (ride.tick % 4 == 2 || ride.tick == 0) shown.laf2 = Stored(ride.mixture * 100 + 9 + 6 * noise[0], 900, 1800);
+    if (ride.tick % 40 == 0) shown.aux2 = Stored(ride.water * 100 + 3 * noise[2], 0, 12000);
+    if (ride.tick % 5 == 0) shown.vb = Stored(ride.volts * 100 + 2 * noise[4] - (brownOut ? 420 : 0), 0, 2000);
+}
+
+void ReadFastSensors(Ride& ride, double frontSpeed, double rearSpeed, double front, double rear, const double* noise) {
+    const double throttle = ride.blip > blipTicks / 3 ? std::max(ride.throttle, ride.blipSize) : ride.throttle;
+    const bool turning = ride.speed > 0.8;  // below that no pulse comes in time
+    BikeSample& shown = ride.shown;
+    shown.ne = Stored(ride.rpm + 14 * noise[3], 0, 16000);
+    shown.th = Stored(throttle * 1000 + noise[4], 0, 1000);
+    shown.vfw = turning ? Stored(frontSpeed * 36 + 0.8 * noise[5], 0, 4095) : 0;
+    shown.vrw = turning ? Stored(rearSpeed * 36 + 1.2 * noise[6], 0, 4095) : 0;
+    shown.fsus = Stored(front * 100 + 6 * noise[5], 0, 13000);
+    shown.rsus = Stored(rear * 100 + 4 * noise[6], 0, 7500);
+    shown.aux1 = Stored(ride.brake * 1250 + (ride.brake > 0 ? 4 * noise[1] : 0), 0, 2000);
+    shown.mark = ride.markLeft > 0;
+    shown.flag = ride.cut > 0;
 }
 
 }  // namespace
@@ -168,6 +201,8 @@ Ride StartRide(const SampleLogOptions& options) {
     ride.mixture = 13.8;
     ride.water = 68;
     ride.volts = 12.5;
+    ride.front.body = -frontSag;
+    ride.rear.body = -rearSag;
     SetPace(ride.circuit, 0, ride.random, ride.pace);
     return ride;
 }
@@ -199,31 +234,13 @@ bool NextSample(Ride& ride, BikeSample& sample) {
 
     const double cornering = std::sqrt(1 + sideways * sideways / (gravity * gravity)) - 1;
     const double front = MoveSuspension(ride.front, RoadHeight(ride, ride.at),
-        34 + 30 * cornering - 6.2 * ride.acceleration, 2.9, 0.55, 126);
-    const double rear = MoveSuspension(ride.rear, RoadHeight(ride, ride.at - 1.4) * 0.43,
-        16 + 13 * cornering + 1.25 * ride.acceleration, 2.6, 0.6, 66);
+        frontSag + 26 * cornering - 4.9 * ride.acceleration, 2.9, 0.45, 126);
+    const double rear = MoveSuspension(ride.rear, RoadHeight(ride, ride.at - 1.4) * 0.5,
+        rearSag + 13 * cornering + 1.3 * ride.acceleration, 2.6, 0.45, 66);
 
-    const bool overrun = ride.throttle < 0.02 && ride.rpm > 3000;
-    const double mixture = ride.gear == 0 ? 13.8 : overrun ? 14.7 : 14.3 - 1.7 * ride.throttle;
-    ride.mixture += (mixture - ride.mixture) * 0.035;
-    ride.water += (82 - ride.speed * 0.12 + 6 * ride.throttle - ride.water) * 0.00012;
-    const double charge = 12.4 + 1.4 * Limited((ride.rpm - 1200) / 2600, 0, 1) - 0.15 * ride.throttle;
-    ride.volts += (charge - (ride.cut > 0 ? 0.5 : 0) - ride.volts) * 0.04;
-    const bool brownOut = ride.lowBattery && ride.tick % 8000 > 7880;
-
-    sample.ne = Stored(ride.rpm + 14 * noise[3], 0, 16000);
-    sample.th = Stored((ride.blip > blipTicks / 3 ? std::max(ride.throttle, 0.22) : ride.throttle) * 1000 + 2 * noise[4], 0, 1000);
-    sample.vfw = ride.speed < 0.8 ? 0 : Stored(frontSpeed * 36 + 0.8 * noise[5], 0, 4095);
-    sample.vrw = ride.speed < 0.8 ? 0 : Stored(rearSpeed * 36 + 1.2 * noise[6], 0, 4095);
-    sample.fsus = Stored(front * 100 + 6 * noise[5], 0, 13000);
-    sample.rsus = Stored(rear * 100 + 4 * noise[6], 0, 7500);
-    sample.laf1 = Stored(ride.mixture * 100 + 5 * noise[7], 900, 1800);
-    sample.laf2 = Stored(ride.mixture * 100 + 9 + 6 * noise[0], 900, 1800);
-    sample.aux1 = Stored(ride.brake * 1250 + 4 * noise[1], 0, 2000);
-    sample.aux2 = Stored(ride.water * 100 + 3 * noise[2], 0, 12000);
-    sample.vb = Stored(ride.volts * 100 + 2 * noise[4] - (brownOut ? 420 : 0), 0, 2000);
-    sample.mark = ride.markLeft > 0;
-    sample.flag = ride.cut > 0;
+    ReadSlowSensors(ride, noise);
+    ReadFastSensors(ride, frontSpeed, rearSpeed, front, rear, noise);
+    sample = ride.shown;
     ride.tick++;
     return true;
 }

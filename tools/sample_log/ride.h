@@ -34,10 +34,12 @@ struct Ride {
     int    gear;                 // 0 neutral
     double rpm;
     int    cut, blip, sinceShift;  // samples left of an upshift and a downshift; samples since the last
+    double blipSize;               // throttle of the downshift under way
     double spin;                   // rear wheel slip beyond what the drive takes
     int    markLeft;               // samples that the receiver still sees the transmitter
     Suspension front, rear;
     double mixture, water, volts, hand;  // air/fuel, degrees, V, slow unrest of the throttle hand
+    BikeSample shown;                    // what the sensors gave last; not all of them are as fast as the log
 };
 
 Ride StartRide(const SampleLogOptions& options);
