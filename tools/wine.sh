@@ -1,5 +1,6 @@
 #!/bin/sh
 # wine.sh run PROGRAM.exe ARGS... | start | stop      one Wine prefix, screen and server per build folder
+# wine.sh open PROGRAM.exe ARGS...                    the same on the user's own display
 here=$(cd "$(dirname "$0")/.." && pwd)
 export WINEPREFIX="${WINEPREFIX:-$here/build/wineprefix}" LC_ALL=C.UTF-8 WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
@@ -25,7 +26,8 @@ start() {
     Xvfb -displayfd 8 -screen 0 1920x1200x24 -nolisten tcp </dev/null >/dev/null 2>&1 8>"$S.fd" 9>&- & XPID=$!
     until [ -s "$S.fd" ]; do kill -0 $XPID || exit 125; sleep 0.05; done
     export DISPLAY=:$(cat "$S.fd")
-    if [ -x "$here/build/tinywm" ]; then "$here/build/tinywm" </dev/null >/dev/null 2>&1 9>&- & fi
+    [ -x "$here/build/tinywm" ] || q cc -O1 -o "$here/build/tinywm" "$here/tools/tinywm.c" -lX11
+    "$here/build/tinywm" </dev/null >/dev/null 2>&1 9>&- &
     echo "export DISPLAY=$DISPLAY XPID=$XPID" >"$S"
     q wineserver -p; q wine cmd /c exit
   fi
@@ -35,5 +37,6 @@ case $1 in
   start) start ;;
   stop) [ -e "$S" ] && . "$S"; q wineserver -k; [ -n "$XPID" ] && kill "$XPID"; rm -f "$S" "$S.fd" ;;
   run) shift; start; . "$S"; exec wine "$@" ;;
-  *) echo "usage: wine.sh run PROGRAM ARGS | start | stop" >&2; exit 2
+  open) shift; mkdir -p "$(dirname "$WINEPREFIX")"; make_prefix; exec wine "$@" ;;
+  *) echo "usage: wine.sh run PROGRAM ARGS | start | stop | open PROGRAM ARGS" >&2; exit 2
 esac
