@@ -148,6 +148,10 @@ static void NoteWindowPlace() {
     if (!MainWindowOpen()) return;
     zoomed = MainWindowMaximised();
     ShowMainWindow(3);
+    if (MainWindowMaximised()) {  // it was minimised from there
+        zoomed = 1;
+        ShowMainWindow(3);
+    }
     int width, height;
     WindowClientSize(&width, &height);
     if (width < 1 || height < 1) return;
