@@ -15,3 +15,5 @@ Surface ImageSurface(int image);
 // Which last stage runs: the software rasteriser, or nothing, which times the callers alone.
 enum class DrawBackEnd { software, none };
 void SelectBackEnd(DrawBackEnd backEnd);
+// What a lost device does: the next ProcessMessages makes the surface anew and calls the restore callback.
+void LoseSurface();

@@ -1,0 +1,148 @@
+#include "draw/images.h"
+
+#include <algorithm>
+#include <new>
+#include <vector>
+
+#include "draw/bmp.h"
+#include "draw/draw_state.h"
+#include "draw/recording.h"
+#include "platform/files.h"
+
+constexpr int64_t bmpFileLimit = int64_t{256} << 20;  // bytes; more than the largest image takes
+
+static std::vector<Image> images;
+static ImageOptions creationOptions{true, false};
+static bool alphaAllowed = true;
+
+Image* FindImage(int handle) {
+    if (handle < 0 || handle >= static_cast<int>(images.size()) || !images[handle].surface.pixels) return nullptr;
+    return &images[handle];
+}
+
+Surface ImageSurface(int image) {
+    const Image* found = FindImage(image);
+    return found ? found->surface : Surface{nullptr, 0, 0, 0};
+}
+
+void GetImageOptions(ImageOptions* options) { *options = creationOptions; }
+void SetImageOptions(const ImageOptions& options) { creationOptions = options; }
+bool CanMakeAlphaImages() { return alphaAllowed; }
+void AllowAlphaImages(bool allow) { alphaAllowed = allow; }
+
+// The lowest free handle.
+static int FreeHandle() {
+    const auto free = std::find_if(images.begin(), images.end(), [](const Image& image) { return !image.surface.pixels; });
+    if (free == images.end()) {
+        images.emplace_back();
+        return static_cast<int>(images.size()) - 1;
+    }
+    return static_cast<int>(free - images.begin());
+}
+
+int AddImage(int width, int height, const ImageOptions& options) {
+    if (width < 1 || height < 1 || width > imageSideLimit || height > imageSideLimit) return noHandle;
+    const int pitch = ((width + 15) / 16 | 1) * 16;
+    std::unique_ptr<uint32_t[]> memory{new (std::nothrow) uint32_t[size_t(pitch) * height]()};
+    if (!memory) return noHandle;
+    const int handle = FreeHandle();
+    images[handle]   = Image{};
+    images[handle].surface = {memory.get(), width, height, pitch};
+    images[handle].memory  = std::move(memory);
+    images[handle].options = options;
+    images[handle].keyable = !options.alpha;
+    return handle;
+}
+
+int CreateDrawableImage(int width, int height, int unused) {
+    Record("CreateDrawableImage", width, height, unused);
+    if (creationOptions.alpha && !alphaAllowed) return noHandle;
+    return AddImage(width, height, creationOptions);
+}
+
+int LoadImageFile(const char* fileName, int transparent) {
+    Record("LoadImageFile", fileName, transparent);
+    FileBytes file;
+    if (ReadWholeFile(fileName, bmpFileLimit, 0, file) != 0) return noHandle;
+    BmpPicture picture;
+    if (OpenBmp(file.data.get(), file.length, &picture) != 0) return noHandle;
+    const int handle = AddImage(picture.width, picture.height, {false, false});
+    if (handle == noHandle) return noHandle;
+    Image& image = images[handle];
+    ReadBmpPixels(picture, image.surface.pixels, image.surface.pitch);
+    image.keyable = image.keyed = transparent == 1;
+    image.key = drawState.transparentColor;
+    return handle;
+}
+
+void TargetBackBuffer() { drawState.target = {backBuffer, BackBufferSurface(), false}; }
+
+static void FreeImage(int handle) {
+    images[handle] = Image{};
+    ForgetImageName(handle);
+    if (drawState.target.handle == handle) TargetBackBuffer();
+}
+
+void DeleteImage(int image) {
+    Record("DeleteImage", ImageArgument{image});
+    if (FindImage(image)) FreeImage(image);
+}
+
+void DeleteAllImages() {
+    Record("DeleteAllImages");
+    for (int handle = 0; handle < static_cast<int>(images.size()); ++handle) FreeImage(handle);
+    images.clear();
+}
+
+void SetDrawTarget(int image) {
+    Record("SetDrawTarget", ImageArgument{image});
+    if (image == backBuffer) return TargetBackBuffer();
+    Image* found = FindImage(image);
+    if (!found || !found->options.drawable) return;
+    found->visibleKnown = false;
+    drawState.target    = {image, found->surface, found->options.alpha};
+}
+
+void ClearImageBlack(int image) {
+    Record("ClearImageBlack", ImageArgument{image});
+    Image* found = FindImage(image);
+    if (!found) return;
+    found->visibleKnown = false;
+    const Surface& surface = found->surface;
+    std::fill_n(surface.pixels, size_t(surface.pitch) * surface.height, 0u);
+}
+
+int SaveDrawTargetBmp(const char* fileName, int width, int height) {
+    Record("SaveDrawTargetBmp", fileName, width, height);
+    const Surface& surface = drawState.target.surface;
+    const std::vector<uint8_t> file =
+        EncodeBmp(surface.pixels, std::min(width, surface.width), std::min(height, surface.height), surface.pitch);
+    return file.empty() ? 1 : ReplaceFile(fileName, file.data(), file.size());
+}
+
+Color TransparentColorOf(const Image& image) { return image.keyed ? image.key : drawState.transparentColor; }
+
+// Whether a transparent draw shows nothing of a texel.
+static bool IsClear(const Image& image, uint32_t texel, Color key) {
+    if (image.options.alpha) return texel == 0;
+    return image.keyable && texel == key;
+}
+
+const TexelBox& VisibleTexels(Image& image) {
+    const Color key = TransparentColorOf(image);
+    if (image.visibleKnown && image.visibleKey == key) return image.visible;
+    const Surface& s = image.surface;
+    TexelBox box{s.width, s.height, 0, 0};
+    for (int y = 0; y < s.height; ++y) {
+        const uint32_t* row = s.pixels + ptrdiff_t{s.pitch} * y;
+        int left = 0, right = s.width;
+        while (left < right && IsClear(image, row[left], key)) ++left;
+        while (right > left && IsClear(image, row[right - 1], key)) --right;
+        if (left == right) continue;
+        box = {std::min(box.left, left), std::min(box.top, y), std::max(box.right, right), y + 1};
+    }
+    image.visible      = box;
+    image.visibleKey   = key;
+    image.visibleKnown = drawState.target.surface.pixels != s.pixels;  // it still changes while it is the target
+    return image.visible;
+}

@@ -1,0 +1,37 @@
+// images.h -- the images behind the handles.
+//
+// Owns     their pixels, from creation to DeleteImage.  Written by drawing with an image as target, by nothing else.
+#pragma once
+#include <memory>
+
+#include "draw/draw_layer.h"
+#include "draw/surface.h"
+
+constexpr int imageSideLimit = 16384;  // pixels
+
+// Texels left, top (inclusive) to right, bottom (exclusive).
+struct TexelBox {
+    int left, top, right, bottom;
+};
+struct Image {
+    std::unique_ptr<uint32_t[]> memory;
+    Surface surface;      // pixels is nullptr in a free entry
+    ImageOptions options;
+    bool keyed;           // has a transparent colour of its own, else that of the layer counts
+    bool keyable;         // has a transparent colour at all
+    Color key;
+    // Box of the texels that a transparent draw shows; found anew when the image has changed or the colour is another.
+    TexelBox visible;
+    Color visibleKey;
+    bool visibleKnown;
+};
+
+// nullptr for a bad handle.
+Image* FindImage(int handle);
+// Clears the black or clear image of a size; -1 when there is no memory for it or a side is out of range.
+int AddImage(int width, int height, const ImageOptions& options);
+// The colour that a transparent draw leaves out; meaningless in an image with an alpha channel.
+Color TransparentColorOf(const Image& image);
+const TexelBox& VisibleTexels(Image& image);
+// Makes the surface of the window the target again after it was made anew.
+void TargetBackBuffer();

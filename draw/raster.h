@@ -1,0 +1,44 @@
+// raster.h -- the seam to the last stage: shapes in whole pixels, already inside the target, become pixels.
+//
+// Everything above has turned a call into these; another back-end is another row of functions.
+#pragma once
+#include "draw/blend.h"
+#include "draw/draw_state.h"
+
+struct PixelRect {
+    int left, top, right, bottom;  // right and bottom exclusive
+};
+inline bool Empty(const PixelRect& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
+// The part of a rectangle that lies in the target.
+inline PixelRect ClipToTarget(const PixelRect& rect) {
+    const Surface& surface = drawState.target.surface;
+    return {rect.left > 0 ? rect.left : 0, rect.top > 0 ? rect.top : 0, rect.right < surface.width ? rect.right : surface.width,
+            rect.bottom < surface.height ? rect.bottom : surface.height};
+}
+
+// An image with an integer map: the pixel (x, y) shows the image at
+// (start.u + (x - area.left) x across.uStep + (y - area.top) x downU, likewise v), where that lies in [low, high).
+struct MappedImage {
+    Texels texels;
+    PixelRect area;
+    Walk walk;              // at the centre of the area's first pixel; its steps are those to the next column
+    int64_t uDown, vDown;   // steps to the next row
+    int64_t uLow, uHigh, vLow, vHigh;
+    bool smooth;            // linear filter, else the texel at hand
+    Mix mix;
+};
+
+struct BackEnd {
+    void (*fill)(const PixelRect& area, const Paint& paint);
+    void (*cover)(const PixelRect& area, const uint8_t* coverage, int coveragePitch, const Paint& paint);
+    void (*image)(const MappedImage& image);
+};
+extern const BackEnd* backEnd;  // set by SelectBackEnd
+
+// The first pixel of a rectangle in the target.
+inline uint32_t* TargetPixel(int x, int y) {
+    const Surface& surface = drawState.target.surface;
+    return surface.pixels + static_cast<ptrdiff_t>(surface.pitch) * y + x;
+}
+// Draws a mapped image with the software rasteriser (image_raster.cpp).
+void RasterImage(const MappedImage& image);
