@@ -27,6 +27,7 @@ static void StrokeSpeed(int slot, const SampleArray<int16_t>& stroke, SampleArra
 }
 
 void ComputeSuspensionSpeed(int slot) {
+    dataVersion[slot]++;
     StrokeSpeed(slot, FSUS[slot], VFSus[slot]);
     StrokeSpeed(slot, RSUS[slot], VRSus[slot]);
     if (!IsKeyHeld(HeldKey::shift)) return;

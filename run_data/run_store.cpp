@@ -30,6 +30,7 @@ uint32_t lapLength[fileSlots][lapTableSize];
 int32_t  lapCount[fileSlots];
 
 int32_t sampleCount[fileSlots];
+uint32_t dataVersion[fileSlots];
 int32_t formatVersion[fileSlots];
 int32_t fileKind[fileSlots];
 int32_t slotInUse[fileSlots + 1];
@@ -176,6 +177,7 @@ void ReleaseRunStore() {
 
 int EnsureChannels(int slot, int samples) {
     bool missing = samples <= 0;
+    dataVersion[slot]++;
     ForEachSampleArray(slot, [&](auto& array, bool checked) {
         try {
             array.resize(samples > 0 ? samples : 0);

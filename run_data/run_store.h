@@ -80,6 +80,7 @@ extern int32_t  lapCount[fileSlots];                 // 1 or more; 1 without mar
 
 // What a slot holds and where its view stands.
 extern int32_t sampleCount[fileSlots];    // 1 or more
+extern uint32_t dataVersion[fileSlots];   // counts up whenever samples may have changed, for what is kept beside them
 extern int32_t formatVersion[fileSlots];  // 0, 1, 2, 3, 4 or 32; .qtw and CSV loads leave the previous value
 extern int32_t fileKind[fileSlots];       // 0 nothing yet, 1 native, 2 secondary, 3 CSV
 extern int32_t slotInUse[fileSlots + 1];  // slot 0 counts as in use from start-up; the fourth entry stays 0 and ends loops
