@@ -1,27 +1,28 @@
-// toolbar.h -- the tool bar's thinking: what its buttons do and show. Its window is toolbar_window.cpp.
+// toolbar.h -- the tool bar's thinking: what its buttons do and show, and where it stands. Its window is tool_window.h.
 #pragma once
+#include <cstdint>
 
-// The hands, registered by toolbar_window.cpp before the program starts; without them there is no tool bar to see.
-struct ToolbarHands {
-    void (*create)();                      // the window, its icons, and SetDialogWindow
-    void (*destroy)();
-    void* (*window)();                     // its handle, nullptr when there is none
-    void (*place)(int fromMainWindow);
-    void (*showChecked)(int id, bool on);  // a check button's new state
-};
-void RegisterToolbarHands(const ToolbarHands& hands);
+#include "platform/tool_window.h"
+#include "resources/resource.h"
 
+// The check buttons' ids are consecutive.
+constexpr int firstCheckButton = buttonMoveFile1, lastCheckButton = buttonAfMap;
+
+extern int32_t layoutCycle;  // what buttonLayout does next: 0 overlay of the speeds, 1 auto fit, 2 defaults
+
+// The window, its icons and states; its dialog keys are served from then on.
 void CreateToolbarWindow();
 void DestroyToolbarWindow();
 void* ToolbarWindowHandle();
 // Goes to a spot tied to the main window with fromMainWindow 1; with 0 it stays and is only pulled onto the monitor.
 void PlaceToolbar(int fromMainWindow);
+// `rect` moved by as little as brings it onto the monitor; one larger than the monitor starts at its left and top.
+ScreenRect PulledOnto(const ScreenRect& monitor, const ScreenRect& rect);
 
-// The check buttons, by resource id.
-constexpr int buttonMoveFile1 = 1111, buttonMoveFile2 = 1112, buttonPosition = 1113, buttonGraphs = 1114, buttonAnime = 1115,
-              buttonPlay = 1116, buttonAfMap = 1117;
-constexpr int firstCheckButton = buttonMoveFile1, lastCheckButton = buttonAfMap;
+// State of a check button, shown by the window when there is one.
 void CheckButton(int id, bool on);
 bool ButtonChecked(int id);
+// Button 1112 shows the state of File 2, or of File 3 while Shift is held in Expert mode; 1034 changes its icon too.
+void ShowSecondFileButtons();
 
 void DefaultToolbar();

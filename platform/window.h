@@ -3,6 +3,8 @@
 #pragma once
 #include <cstdint>
 
+#include "platform/tool_window.h"
+
 struct WindowOptions {
     const char* title;      // UTF-8
     int iconResource;
@@ -25,8 +27,12 @@ void WindowClientSize(int* width, int* height);
 void WindowPosition(int* x, int* y);
 void SetWindowClientSize(int width, int height);
 void MoveMainWindow(int x, int y);
-void ShowMainWindow(int how);  // 0 normal, 1 minimised, 2 maximised, 3 restored
+void ShowMainWindow(int how);  // 0 normal, 1 minimised, 2 maximised, 3 restored, 4 as it is, without activating it
 bool MainWindowMaximised();
+// Where the window stands when it is neither maximised nor minimised, frame included.
+ScreenRect MainWindowNormalRect();
+// The whole monitor nearest to a rectangle.
+ScreenRect MonitorRect(const ScreenRect& place);
 void BringMainWindowToFront();
 enum class Foreground { mainWindow, toolbar, other };
 Foreground ForegroundWindow();

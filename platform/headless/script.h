@@ -36,6 +36,15 @@ void ScriptClientSize(int width, int height);
 void ScriptScreenSize(int width, int height);
 void ScriptPumpFailure();  // the next PumpMessages fails without a close
 
+// Tool window: a press by the user with the state that a check button has after it; a close by the system.
+void ScriptToolPress(int id, bool checked);
+void ScriptToolClose();
+// What the window shows.
+bool ShownToolButton(int id);
+int ShownToolIcon(int id);  // 0 for none
+// Where the user has dragged it.
+void ScriptToolRect(const ScreenRect& rect);
+
 // Clock: virtual (waits advance it at once) or real.
 void UseVirtualClock(bool on);
 void AdvanceClock(int milliseconds);

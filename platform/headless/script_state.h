@@ -2,6 +2,7 @@
 #pragma once
 #include <chrono>
 #include <deque>
+#include <map>
 
 #include "platform/headless/script.h"
 
@@ -25,6 +26,12 @@ struct ScriptState {
     bool minimised = false, maximised = false;
     bool open = false;
     bool closeRequested = false, pumpFails = false;
+    // Tool window.
+    bool toolWindowOpen = false;
+    ToolWindowEvents toolEvents = {};
+    ScreenRect toolRect = {0, 0, 78, 260};  // 48 by 144 dialog units and a caption
+    std::map<int, bool> toolChecked;
+    std::map<int, int> toolIcon;
     // Answers.
     std::deque<PreparedAnswer> answers;
     int (*dialogHandler)(int id, int argument) = nullptr;

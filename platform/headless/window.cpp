@@ -75,12 +75,19 @@ void MoveMainWindow(int x, int y) {
 
 // A maximised window keeps the script's size: the script alone says how large the client area is.
 void ShowMainWindow(int how) {
+    if (how == 4) return;
     if (how == 2) script.maximised = true;
     if (how == 0 || (how == 3 && !script.minimised)) script.maximised = false;
     script.minimised = how == 1;
 }
 
 bool MainWindowMaximised() { return script.maximised && !script.minimised; }
+
+ScreenRect MainWindowNormalRect() {
+    return {script.x, script.y, script.x + script.clientWidth, script.y + script.clientHeight};
+}
+
+ScreenRect MonitorRect(const ScreenRect&) { return {0, 0, script.screenWidth, script.screenHeight}; }
 
 void BringMainWindowToFront() { script.foreground = Foreground::mainWindow; }
 

@@ -1,0 +1,54 @@
+#include "platform/dialogs.h"
+
+#include <array>
+
+#include "platform/win32/owners.h"
+
+struct RegisteredDialog {
+    int id;
+    DLGPROC procedure;
+};
+// Filled before main() by the files that hold the procedures.
+constexpr int maxDialogs = 32;
+static std::array<RegisteredDialog, maxDialogs> registered;
+static int registeredCount = 0;
+
+// The modal dialogs that run, outermost first: a dialog can open another one.
+struct RunningDialog {
+    HWND window;
+    DLGPROC procedure;
+    int argument;
+};
+constexpr int maxNesting = 8;
+static std::array<RunningDialog, maxNesting> running;
+static int runningCount = 0;
+
+void RegisterDialog(int id, void* procedure) {
+    if (registeredCount < maxDialogs) registered[registeredCount++] = {id, reinterpret_cast<DLGPROC>(procedure)};
+}
+
+int DialogArgument() { return runningCount > 0 ? running[runningCount - 1].argument : 0; }
+
+HWND InnermostDialog() { return runningCount > 0 ? running[runningCount - 1].window : nullptr; }
+
+// Keeps the window of the innermost dialog before its own procedure sees the first message.
+static INT_PTR CALLBACK FirstMessages(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_INITDIALOG) return FALSE;
+    RunningDialog& dialog = running[runningCount - 1];
+    dialog.window = window;
+    SetWindowLongPtrW(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(dialog.procedure));
+    return dialog.procedure(window, message, wParam, lParam);
+}
+
+int OpenDialog(int id, int argument) {
+    for (int i = 0; i < registeredCount; ++i) {
+        if (registered[i].id != id || runningCount == maxNesting) continue;
+        const HWND owner = DialogOwner();
+        running[runningCount++] = {nullptr, registered[i].procedure, argument};
+        const INT_PTR result =
+            DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), owner, FirstMessages, argument);
+        --runningCount;
+        return static_cast<int>(result);
+    }
+    return 0;
+}
