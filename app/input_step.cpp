@@ -1,9 +1,8 @@
 #include "app/input_step.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 
+#include "app/input_parts.h"
 #include "draw/draw_layer.h"
 #include "graph/view_state.h"
 #include "platform/window.h"
@@ -11,33 +10,44 @@
 #include "run_data/run_store.h"
 #include "settings/settings.h"
 
-static int horizontalRest;  // part of a lap step of the horizontal wheel, 120 a step
+MousePass mousePass;
 
+static int horizontalRest;  // delta of the horizontal wheel that is not yet a lap step, 120 a step
+
+static void ReadWheels() {
+    wheelNotches = Saturate32(int64_t{wheelNotches} + GetWheelNotches());
+    const int64_t delta = int64_t{horizontalRest} + GetHWheelDelta();
+    lapSteps = Saturate32(lapSteps - delta / 120);
+    horizontalRest = static_cast<int>(delta % 120);
+}
+
+// A mouse over another program's window stays where it was.
 static void ReadMouse(bool foreign) {
-    const int previousX = mouseX, previousY = mouseY;
+    const int      previousX = mouseX, previousY = mouseY;
+    const uint32_t previousButtons = mouseButtons;
     GetMousePos(&mouseX, &mouseY);
     mouseButtons = GetMouseButtons();
-    wheelNotches += GetWheelNotches();
-    horizontalRest += GetHWheelDelta();
-    lapSteps -= horizontalRest / 120;
-    horizontalRest %= 120;
+    ReadWheels();
     if (foreign) {
         mouseX = previousX;
         mouseY = previousY;
     }
     mouseX = std::clamp(mouseX, 0, clientWidth - 1);
     mouseY = std::clamp(mouseY, 0, clientHeight - 1);
+    mousePass.movedX = mouseX - previousX;
+    mousePass.movedY = mouseY - previousY;
+    mousePass.pressed = mouseButtons & ~previousButtons;
 }
 
 static bool SomethingUnderWay() {
     for (int slot = 0; slot < fileSlots; slot++)
-        if (slotInUse[slot] && jumpTarget[slot] != -1) return true;
+        if (slotInUse[slot] && jumpTarget[slot] >= 0) return true;
     return zoomDragOn || animationPending || realTimePlayOn;
 }
 
 static bool BodyViewMoves() { return AnimeMode && (appear < 32 || histBusy); }
 
-// False when nothing is left to do in this step.
+// False when the view lies still and nothing is left to do in this pass.
 static bool CountActivity(bool foreign) {
     if (!idleFrame && !foreign) {
         activityCount = 150;
@@ -47,33 +57,37 @@ static bool CountActivity(bool foreign) {
     return activityCount > 0 || !idleFrame;
 }
 
-// viewZoom goes an eighth of its way in a pass; the view follows the mouse, at once while the zoom changes.
-static void EaseMagnification() {
-    viewZoom += (viewZoomGoal - viewZoom * 10000) * 0.0000125;
-    if (viewZoom < 1.001) {
-        scrollY = 0;
-        return;
-    }
-    const double distance = std::fabs(viewZoomGoal - viewZoom * 10000);
-    if (!(ctrlDown && distance <= 5)) {
-        const int follow = TruncToInt(mouseY * viewZoom - halfHeight);
-        scrollY += (follow - scrollY) / (distance < 100 ? 12 : 1);
-    }
-    scrollY = std::clamp(scrollY, 0, std::max(0, TruncToInt(clientHeight * viewZoom - 2 * halfHeight)));
-}
-
 void ReadInput() {
-    const bool foreign = ForegroundWindow() == Foreground::other;
-    const int previousX = mouseX, previousY = mouseY;
+    const Foreground front = ForegroundWindow();
+    const bool foreign = front == Foreground::other;
+    mousePass = {0, 0, 0, front == Foreground::mainWindow, false};
     if (clientVisible) ReadMouse(foreign);
-    const bool pending = SomethingUnderWay();
+    mousePass.somethingUnderWay = SomethingUnderWay();
     animationPending = 0;
-    idleFrame = !pending && mouseX == previousX && mouseY == previousY && mouseButtons == 0 && wheelNotches == 0;
+    const bool moved = mousePass.movedX != 0 || mousePass.movedY != 0;
+    idleFrame = !mousePass.somethingUnderWay && !moved && mouseButtons == 0 && wheelNotches == 0;
     HandleKey();
-    if (!CountActivity(foreign)) return;
-    if (graphPositionOn || foreign || !clientVisible) return;
-    wheelNotches = 0;
+    if (!CountActivity(foreign) || !clientVisible) return;
+    HoverCourse();
+    if (graphPositionOn || foreign) return;  // graph position mode reads the mouse itself
+    StepSideButtons();
+    if (moved) popupWanted = 0;
+    if (mousePass.mainWindowInFront) RunHitTests();
+    HandleLeftButton();
+    HandleRightButton();
+    HandleMiddleButton();
+    HandleWheel();
     EaseMagnification();
+    StepLaps();
+    StepRulerFade();
+    GlideCursors();
 }
 
-void DefaultInputStep() { horizontalRest = 0; }
+void DefaultInputStep() {
+    mousePass = {};
+    horizontalRest = 0;
+    DefaultKeys();
+    DefaultHitTests();
+    DefaultMouseButtons();
+    DefaultNavigation();
+}

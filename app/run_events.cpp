@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "app/toolbar.h"
 #include "draw/draw_layer.h"
 #include "graph/color_scheme.h"
 #include "graph/grid.h"
@@ -14,6 +15,7 @@ static void SetTitleRect(int slot, int left, int top, int right, int bottom) {
     std::memcpy(titleRect[slot], rect, sizeof rect);
 }
 
+// Kept: the rows grow taller from file to file and so overlap; the last one that holds the mouse counts.
 // Where the file name of a slot stands in the view; a click there dims the file.
 static void PlaceTitle(int slot) {
     int top = rowHeight * slot + 16;
@@ -31,6 +33,7 @@ static void ShowNewLog(int slot) {
 
 static void LeaveAfMap() {
     afMapOn = 0;
+    CheckButton(buttonAfMap, false);
     afFade = 0;
     keepOn = 0;
 }
@@ -45,7 +48,6 @@ void AfterLoad(int slot, LoadResult result) {
     if (result == LoadResult::refused) SetTitleRect(slot, 10, 16, 10, 16);
     LeaveAfMap();
     activityCount = 150;
-    ClearExtremeMarks();
     ApplyColorSet(0);
 }
 
@@ -54,5 +56,4 @@ void AfterReset(int) { afFade = 128; }
 void AfterUnload() {
     ApplyColorSet(0);
     afFade = 128;
-    ClearExtremeMarks();
 }

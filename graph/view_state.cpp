@@ -28,7 +28,10 @@ int32_t scrollBarOn, scrollBarGrow;
 int32_t fileBright[fileSlots];
 int32_t fileDim[fileSlots];
 float   neFactor[fileSlots];
+int32_t playStamp;
 int32_t afFade, afProgress;
+int32_t afInvert, afLow, afWidth;
+int32_t csvRangePending;
 int32_t histForce;
 int32_t keepOn;
 int32_t meterRedraw;
@@ -40,9 +43,11 @@ uint32_t mouseButtons;
 int32_t  wheelNotches, lapSteps;
 int32_t  shiftDown, ctrlDown;
 int32_t  fileMoveOn[fileSlots];
-int32_t  lapHover, panelHover, courseHover;
+int32_t  lapHover, panelHover;
+int32_t  courseHover;
 uint32_t widgetHover;
 int32_t  dragKind, zoomDragOn;
+int32_t  courseDrag;
 int32_t  lafDelay, lafDelayShow;
 int32_t  rulerFade;
 int32_t  titleRect[fileSlots][4];
@@ -84,7 +89,11 @@ static void DefaultModes() {
     std::fill(std::begin(fileBright), std::end(fileBright), 255);
     std::fill(std::begin(fileDim), std::end(fileDim), 0);
     std::fill(std::begin(neFactor), std::end(neFactor), 1.0f);
-    afFade = afProgress = 0;
+    playStamp = 0;
+    afFade = afProgress = afInvert = 0;
+    afLow = 1250;
+    afWidth = 50;
+    csvRangePending = 0;
     histForce = keepOn = meterRedraw = 0;
     popupWanted = popupCounter = 0;
     appear = 32;
@@ -99,27 +108,10 @@ static void DefaultInput() {
     std::fill(std::begin(fileMoveOn), std::end(fileMoveOn), 1);
     lapHover = panelHover = courseHover = 0;
     widgetHover = 0;
-    dragKind = zoomDragOn = 0;
+    dragKind = zoomDragOn = courseDrag = 0;
     lafDelay = lafDelayShow = 0;
     rulerFade = 32;
     for (auto& rect : titleRect) std::fill(std::begin(rect), std::end(rect), 0);
-}
-
-// The places that a settings file without these keys gives; the course map's are its own until settings are read.
-static void DefaultPanels() {
-    courseCenterX = clientWidth - 256;
-    courseCenterY = 256;
-    courseZoom = 1.0f;
-    bodyX = 1800;
-    bodyY = 360;
-    bodyZoom = 0.5;
-    meterX = 90;
-    meterY = 920;
-    meterZoom = 0.65;
-    histX = 1800;
-    histY = 500;
-    histZoom = 1.0;
-    courseColorChannel = courseColorFile = courseOffset = 0;
 }
 
 void DefaultViewState() {
@@ -132,7 +124,7 @@ void DefaultViewState() {
     DefaultSizes();
     DefaultModes();
     DefaultInput();
-    DefaultPanels();
+    courseColorChannel = courseColorFile = courseOffset = 0;
     for (int* handle : {&bodyImage, &tireImage, &meterImage, &needleImage, &courseImage, &summaryPanel, &memoPanel, &coursePopup,
                         &gridStrip, &labelStrip, &susImageA, &susImageB, &bigFont, &smallFont})
         *handle = noHandle;

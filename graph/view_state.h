@@ -35,7 +35,10 @@ extern int32_t scrollBarOn, scrollBarGrow;      // grow 0..32
 extern int32_t fileBright[fileSlots];           // 0..255, rises to 255 or falls to 96
 extern int32_t fileDim[fileSlots];              // 1: towards 96
 extern float   neFactor[fileSlots];             // multiplier of every shown Ne
+extern int32_t playStamp;                       // NowMs at the last step of real-time play
 extern int32_t afFade, afProgress;              // A/F map: fade, building progress (255 finished)
+extern int32_t afInvert, afLow, afWidth;        // sense of its switch; its middle band, 0.01 of the ratio: 900..1600, 0..200
+extern int32_t csvRangePending;                 // 1: the CSV export waits for a range on the graph
 extern int32_t histForce;                       // suspension histogram is to be built anew
 extern int32_t keepOn;                          // "Keep" of the lap table
 extern int32_t meterRedraw;                     // meter and body images need redrawing
@@ -48,14 +51,16 @@ extern uint32_t mouseButtons;
 extern int32_t  wheelNotches, lapSteps;
 extern int32_t  shiftDown, ctrlDown;
 extern int32_t  fileMoveOn[fileSlots];
-extern int32_t  lapHover, panelHover, courseHover;
-extern uint32_t widgetHover;
-extern int32_t  dragKind, zoomDragOn;
+extern int32_t  lapHover, panelHover;           // 0, or 1..3 the file's column; lapHover 4: the scroll bar is dragged
+extern int32_t  courseHover;
+extern uint32_t widgetHover;                    // bits: 1 body view, 2 meter, 4 histogram
+extern int32_t  dragKind, zoomDragOn;           // left button: 0 nothing, 1 a spent click, 2 cursor, 3 scroll bar
+extern int32_t  courseDrag;                     // not 0: the left button holds the course map
 extern int32_t  lafDelay, lafDelayShow;         // samples 0..200; frames
 extern int32_t  rulerFade;                      // 0..32
 extern int32_t  titleRect[fileSlots][4];        // left, top, right, bottom of the file name
 
-// Course colouring and place of the floating panels (the settings keys Curse_*, MC_*, Meter_*, Susgram_*).
+// Course colouring, and place of the floating panels, which are settings (Curse_*, MC_*, Meter_*, Susgram_*).
 extern int32_t courseCenterX, courseCenterY;
 extern float   courseZoom;
 extern int32_t bodyX, bodyY;

@@ -8,6 +8,10 @@ constexpr int16_t  Wrap16(int64_t value) { return static_cast<int16_t>(static_ca
 constexpr uint16_t WrapU16(int64_t value) { return static_cast<uint16_t>(static_cast<uint64_t>(value)); }
 // Low 32 bits, signed.
 constexpr int32_t Wrap32(int64_t value) { return static_cast<int32_t>(static_cast<uint64_t>(value)); }
+// Held inside 32 bits.
+constexpr int32_t Saturate32(int64_t value) {
+    return value > INT32_MAX ? INT32_MAX : value < INT32_MIN ? INT32_MIN : static_cast<int32_t>(value);
+}
 // a x b / c with a 64 bit product, truncated toward zero.
 constexpr int MulDiv64(int a, int b, int c) { return static_cast<int>(int64_t{a} * b / c); }
 
