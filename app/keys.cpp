@@ -11,6 +11,7 @@
 #include "graph/view_state.h"
 #include "platform/dialogs.h"
 #include "platform/window.h"
+#include "resources/resource.h"
 #include "run_data/derived_channels.h"
 #include "run_data/load_pipeline.h"
 #include "run_data/run_store.h"
@@ -18,7 +19,6 @@
 #include "settings/settings.h"
 
 constexpr int keyTab = 9, keyEscape = 27, keyRight = 28, keyLeft = 29, keyUp = 30, keyDown = 31;
-constexpr int setupDialog = 1019, analysisDialog = 1023, monitorDialog = 1029;
 constexpr int lafDelayStep = 5, lafDelayLimit = 200;  // samples
 
 static int shiftBefore;  // in the pass before
@@ -89,7 +89,7 @@ static void OpenAnalysis() {
     afMapOn = 0;
     dragKind = 0;
     rulerFade = 5;
-    OpenDialog(analysisDialog);
+    OpenDialog(dialogAnalysisTools);
     graphPositionOn = 0;
     ShowModeButtons();
 }
@@ -161,12 +161,12 @@ static const KeyRow keyRows[] = {
     {'D', nullptr, leavesActivity, OpenAnalysis},
     {'E', InAfMap, 100, BackToGraphs},
     {'E', nullptr, 100, ShowAfMap},
-    {'F', nullptr, leavesActivity, [] { OpenDialog(setupDialog); }},
+    {'F', nullptr, leavesActivity, [] { OpenDialog(dialogSetup); }},
     {'L', nullptr, 100, [] { CslValWidth = CslValWidth ? 0 : 80; }},
     {'M', nullptr, 55, [] { Memo_view ^= 1; }},
     {'N', nullptr, 100, DoubleZoom},
     {'O', CourseColoured, 100, StepCourseColor},
-    {'P', WithDebug, leavesActivity, [] { OpenDialog(monitorDialog); }},
+    {'P', WithDebug, leavesActivity, [] { OpenDialog(dialogRealTimeMonitor); }},
     {'Q', nullptr, 55, [] { BodyDisplay ^= 1; }},
     {'S', nullptr, 100, TogglePlay},
     {'V', WithShift, 100, [] { SetReadout(CursolValueMode ^ 4); }},

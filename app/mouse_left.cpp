@@ -6,10 +6,10 @@
 #include "graph/grid.h"
 #include "graph/view_state.h"
 #include "platform/dialogs.h"
+#include "resources/resource.h"
 #include "run_data/run_store.h"
 #include "settings/settings.h"
 
-constexpr int csvExportDialog = 1028;
 constexpr int spentClick = 1, cursorDrag = 2, scrollBarDrag = 3;  // dragKind
 
 static PressRepeat afRepeat;
@@ -54,7 +54,7 @@ static void RaiseAfLow() {
 
 static void ExportRange() {
     dragKind = spentClick;
-    OpenDialog(csvExportDialog);
+    OpenDialog(dialogCsvRange);
 }
 
 // A file that is still fading is left alone.

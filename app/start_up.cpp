@@ -10,6 +10,7 @@
 #include "platform/boxes.h"
 #include "platform/files.h"
 #include "platform/window.h"
+#include "resources/resource.h"
 #include "run_data/load_pipeline.h"
 #include "run_data/native_log.h"
 #include "run_data/run_store.h"
@@ -17,7 +18,6 @@
 #include "settings/settings.h"
 #include "settings/settings_file.h"
 
-constexpr int programIcon = 1000;
 static constexpr char versionText[] = "ZRKA Ver 1.01.64";
 
 void LoadDefaults() {
@@ -40,7 +40,7 @@ static void DescribeWindow() {
     std::snprintf(title, sizeof title, "%s_e", versionText);
     SetWindowTitle(title);
     VirtualScreenSize(&screenWidth, &screenHeight);
-    SetWindowIcon(programIcon);
+    SetWindowIcon(iconProgram);
     SetVideoMode(32, screenWidth / 8 * 8, screenHeight, 60);
     if (windowX > screenWidth) windowX = 0;  // the monitor it stood on has gone
     if (windowY > screenHeight) windowY = 0;
