@@ -1,6 +1,9 @@
 // start_up.cpp -- from the entry point to the first pass, recovery of a lost device, and the end of the run.
 #include <cstdio>
 
+#include "analysis/lap_marks.h"
+#include "analysis/lap_order.h"
+#include "analysis/lap_stats.h"
 #include "app/frame_loop.h"
 #include "app/input_step.h"
 #include "app/toolbar.h"
@@ -17,6 +20,7 @@
 #include "run_data/setup_values.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
+#include "views/course_file.h"
 
 static constexpr char versionText[] = "ZRKA Ver 1.01.64";
 
@@ -29,6 +33,10 @@ void LoadDefaults() {
     DefaultSettingsFile();
     DefaultViewState();
     DefaultColorScheme();
+    DefaultCourse();
+    DefaultLapOrder();
+    DefaultLapMarks();
+    DefaultLapStats();
     DefaultToolbar();
     DefaultInputStep();
     DefaultFrameLoop();
