@@ -15,6 +15,7 @@ constexpr int fallBackWidth = 640, fallBackHeight = 480, fallBackBits = 16;
 constexpr int surfaceSideLimit = 32768;  // pixels
 constexpr int wheelNotch = 120;          // delta of one notch
 constexpr int waitSpinMs = 4;            // the end of a wait, which a sleep would miss
+constexpr int exactWaitMs = 20;          // longer waits are rests: they end with a sleep and cost nothing
 
 struct VideoMode {
     int bits, width, height, refresh;
@@ -144,14 +145,16 @@ void SetRestoreCallback(void (*rebuild)()) { restoreCallback = rebuild; }
 
 void WaitMs(int milliseconds) {
     const int64_t end = SteadyMs() + std::max(milliseconds, 0);
-    if (milliseconds > waitSpinMs)
-        while (SteadyMs() < end - waitSpinMs) {
-            if (ProcessMessages() != 0) {
-                pumpFailed = !CloseRequested();
-                break;
-            }
-            SleepMs(1);
+    const int spin = milliseconds > exactWaitMs ? 0 : waitSpinMs;
+    const auto left = [=] { return static_cast<int>(end - spin - SteadyMs()); };
+    while (left() > 0) {
+        if (ProcessMessages() != 0) {
+            pumpFailed = !CloseRequested();
+            SleepMs(left());
+            break;
         }
+        WaitForMessages(left());
+    }
     SpinUntil(end);
 }
 

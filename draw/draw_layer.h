@@ -51,7 +51,7 @@ void ApplyWindowStyle();
 void ApplyClientSize(int width, int height);
 // 1: scaled images are drawn with linear filtering.
 void SetSmoothScaling(int smooth);
-// Waits the full time. Above 4 ms it serves messages in 1 ms sleeps until 4 ms before its end.
+// Waits the full time and serves messages meanwhile. The last 4 ms of a short wait are exact, and serve nothing.
 void WaitMs(int milliseconds);
 // Milliseconds since some fixed point, 31 bits.
 int NowMs();

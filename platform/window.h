@@ -17,6 +17,8 @@ void CloseMainWindow();
 bool MainWindowOpen();
 // Serves pending messages. 0; -1 closed or failed.
 int PumpMessages();
+// Blocks until there is something to pump, at most for this time.
+void WaitForMessages(int milliseconds);
 // The close message of the main window has come.
 bool CloseRequested();
 // The pixels that the window shows from now on (BGRX, top row first, pitch in pixels); PresentPixels puts the top left

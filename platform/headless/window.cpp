@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "platform/clock.h"
 #include "platform/headless/script_state.h"
 
 struct FreeMemory {
@@ -36,6 +37,8 @@ int PumpMessages() {
     script.pumpFails = false;
     return fails ? -1 : 0;
 }
+
+void WaitForMessages(int milliseconds) { SleepMs(milliseconds); }  // a script acts between two passes
 
 bool CloseRequested() { return script.closeRequested; }
 

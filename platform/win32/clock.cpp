@@ -1,6 +1,6 @@
 #include "platform/clock.h"
 
-#include <windows.h>
+#include "platform/win32/sleep_timer.h"
 
 int64_t SteadyMs() {
     LARGE_INTEGER count, frequency;
@@ -11,23 +11,19 @@ int64_t SteadyMs() {
 
 // Sleep() rounds up to the scheduler's tick of some 15 ms, a timer of high resolution does not. Systems before
 // Windows 10 1803 have none; there the tick is what one gets.
-static HANDLE SleepTimer() {
-#ifndef CREATE_WAITABLE_TIMER_HIGH_RESOLUTION
-    constexpr DWORD CREATE_WAITABLE_TIMER_HIGH_RESOLUTION = 2;
-#endif
-    static HANDLE timer =
-        CreateWaitableTimerExW(nullptr, nullptr, CREATE_WAITABLE_TIMER_HIGH_RESOLUTION, SYNCHRONIZE | TIMER_MODIFY_STATE);
+HANDLE SleepTimer(int milliseconds) {
+    constexpr DWORD highResolution = 2;  // CREATE_WAITABLE_TIMER_HIGH_RESOLUTION, not in every header
+    constexpr DWORD access = SYNCHRONIZE | TIMER_MODIFY_STATE;
+    static const HANDLE exact = CreateWaitableTimerExW(nullptr, nullptr, highResolution, access);
+    static const HANDLE timer = exact ? exact : CreateWaitableTimerExW(nullptr, nullptr, 0, access);
+    LARGE_INTEGER due;
+    due.QuadPart = -10000LL * milliseconds;  // negative: from now, in 100 ns
+    SetWaitableTimer(timer, &due, 0, nullptr, nullptr, FALSE);
     return timer;
 }
 
 void SleepMs(int milliseconds) {
-    if (milliseconds <= 0) return;
-    LARGE_INTEGER due;
-    due.QuadPart = -10000LL * milliseconds;  // negative: from now, in 100 ns
-    if (SleepTimer() && SetWaitableTimer(SleepTimer(), &due, 0, nullptr, nullptr, FALSE))
-        WaitForSingleObject(SleepTimer(), INFINITE);
-    else
-        Sleep(static_cast<DWORD>(milliseconds));
+    if (milliseconds > 0) WaitForSingleObject(SleepTimer(milliseconds), INFINITE);
 }
 
 void SpinUntil(int64_t steadyMs) {

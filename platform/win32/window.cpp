@@ -6,6 +6,7 @@
 #include <array>
 
 #include "platform/win32/owners.h"
+#include "platform/win32/sleep_timer.h"
 #include "platform/win32/wide.h"
 
 constexpr wchar_t windowClass[] = L"ZRKA";
@@ -171,6 +172,11 @@ int PumpMessages() {
         DispatchMessageW(&message);
     }
     return quit || closeRequested || !mainWindow ? -1 : 0;
+}
+
+void WaitForMessages(int milliseconds) {
+    const HANDLE timer = SleepTimer(milliseconds);
+    MsgWaitForMultipleObjectsEx(1, &timer, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 
 bool CloseRequested() { return closeRequested; }
