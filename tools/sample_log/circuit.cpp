@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tools/sample_log/numbers.h"
 #include "tools/sample_log/random.h"
 #include "tools/sample_log/sample_log.h"
 
@@ -11,7 +12,7 @@ namespace {
 constexpr double pi = 3.14159265358979323846;
 
 // A straight of `metres` when degrees is 0, else a bend of that radius; right-hand bends are positive. The turns of a
-// circuit sum up to 360 degrees and it closes within a few metres; what is left is spread over the lap.
+// circuit sum up to 360 degrees either way and it closes within a few metres; what is left is spread over the lap.
 struct Stretch {
     double metres;
     double degrees;
@@ -29,6 +30,18 @@ const std::vector<CircuitPlan>& CircuitPlans() {
          {{552, 0}, {66, 98}, {110, 0}, {130, -48}, {190, 0}, {90, 68}, {440, 0}, {24, 162}, {300, 0}, {62, -118},
           {150, 0}, {190, 56}, {260, 0}, {36, 50}, {34, -92}, {40, 42}, {355.9, 0}, {60, 142}, {360, 0}},
          {}},
+        {"larch",  // long, fast, and ridden to the left
+         {{300, 0}, {101, -90}, {216, 0}, {67.5, 80}, {81, -95}, {405, 0}, {297, -45}, {440.6, 0}, {121.5, -70}, {175.5, 0}, {60.75, 105},
+          {351, 0}, {40.5, -175}, {445.5, 0}, {202.5, 70}, {283.5, 0}, {108, -100}, {675, 0}, {148.5, -40}, {206.4, 0}},
+         {}},
+        {"juniper",  // short and narrow
+         {{200, 0}, {30, 110}, {60, 0}, {22, -120}, {208.2, 0}, {18, 160}, {120, 0}, {40, -50}, {70, 0}, {26, 100}, {40, 0},
+          {28, -85}, {60, 0}, {34, 120}, {370.1, 0}, {36, 125}, {60, 0}},
+         {}},
+        {"tansy",  // with sector boundaries
+         {{420, 0}, {48, 112}, {230, 0}, {140, -38}, {160, 0}, {45, 96}, {160, 0}, {70, -92}, {120, 0}, {60, 128}, {200, 0},
+          {100, -48}, {90, 0}, {40, 80}, {530.5, 0}, {38, -60}, {40, 60}, {220, 0}, {85, 122}, {679.6, 0}},
+         {930, 1830, 2790}},
     };
     return plans;
 }
@@ -72,7 +85,7 @@ void SmoothCurvature(Circuit& circuit) {
     }
     double turn = 0;
     for (double curvature : circuit.curvature) turn += curvature;
-    for (double& curvature : circuit.curvature) curvature += (2 * pi - turn) / n;
+    for (double& curvature : circuit.curvature) curvature += ((turn > 0 ? 2 : -2) * pi - turn) / n;
 }
 
 // Walks the curvature. A turn of one metre is a few hundredths, where four terms of the series are exact to 1e-12.
@@ -118,17 +131,6 @@ void LayRoad(Circuit& circuit) {
     }
 }
 
-// Hundredths as text. Printing a double leaves its last digit to the library.
-std::string HundredthsText(int64_t value) {
-    const int64_t size = value < 0 ? -value : value;
-    std::string text = value < 0 ? "-" : "";
-    text += std::to_string(size / 100);
-    text += '.';
-    text += static_cast<char>('0' + size / 10 % 10);
-    text += static_cast<char>('0' + size % 10);
-    return text;
-}
-
 int64_t Hundredths(double value) { return static_cast<int64_t>(std::floor(value * 100 + 0.5)); }
 
 }  // namespace
@@ -169,7 +171,10 @@ std::string MakeCourse(const std::string& name, int points) {
         for (; sector < circuit.sectors.size() && circuit.sectors[sector] <= at; sector++) text += "1024.00,1024.00\n";
         const double x = circuit.x[i] + (circuit.x[next] - circuit.x[i]) * (at - i);
         const double y = circuit.y[i] + (circuit.y[next] - circuit.y[i]) * (at - i);
-        text += HundredthsText(Hundredths((x - middleX) * scale)) + "," + HundredthsText(Hundredths((y - middleY) * scale)) + "\n";
+        AppendDecimal(text, Hundredths((x - middleX) * scale), 2);
+        text += ',';
+        AppendDecimal(text, Hundredths((y - middleY) * scale), 2);
+        text += '\n';
     }
     return text;
 }

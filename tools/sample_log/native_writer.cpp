@@ -1,9 +1,32 @@
-#include "tools/sample_log/native_writer.h"
-
+// Writes .zrk logs as the logger unit stores them, in each of its six formats.
+//
+// Versions 0, 32, 1, 2: a header of 512 bytes, then 16 bytes a sample. Versions 3, 4: a header of 1024 bytes, then frames
+// that begin with a mask of what follows and carry only what changed. Numbers are big-endian.
 #include <algorithm>
 #include <cstring>
 
+#include "tools/sample_log/bike.h"
+#include "tools/sample_log/damage.h"
+#include "tools/sample_log/numbers.h"
+#include "tools/sample_log/ride.h"
+#include "tools/sample_log/sample_log.h"
+
 namespace {
+
+// Readings as the unit takes them: 8, 10 or 16 bits, by version.
+struct RawSample {
+    int  ne, vfw, vrw;
+    int  fields[8];  // TH, FSUS, RSUS, LAF1, LAF2, AUX1, AUX2, VB: the order of the change mask
+    bool mark, flag;
+};
+
+struct NativeWriter {
+    SampleLogOptions     options;
+    std::vector<uint8_t> bytes;
+    RawSample            last;       // what the change mask compares with
+    int                  neWord, vfwWord, vrwWord, flagByte;
+    int                  frames;
+};
 
 constexpr int tpsClosed = 28, tpsOpen = 228;              // 8 bit
 constexpr int frontZero = 900, rearZero = 940;            // 10 bit
@@ -34,11 +57,6 @@ const VersionForm& FormOf(int version) {
 }
 
 bool IsOldest(int version) { return version == 0 || version == 32; }
-
-int64_t Nearest(int64_t dividend, int64_t divisor) {
-    const int64_t twice = 2 * dividend + divisor;
-    return twice >= 0 ? twice / (2 * divisor) : -((2 * divisor - 1 - twice) / (2 * divisor));
-}
 
 // ---- from channel units to readings ----
 
@@ -267,8 +285,6 @@ void AppendChangeFrame(NativeWriter& w, const RawSample& raw) {
     w.last = raw;
 }
 
-}  // namespace
-
 NativeWriter StartNativeLog(const SampleLogOptions& options) {
     NativeWriter writer{};
     writer.options = options;
@@ -299,4 +315,14 @@ void AppendSample(NativeWriter& writer, const BikeSample& sample) {
         default: AppendChangeFrame(writer, raw);
     }
     writer.frames++;
+}
+
+}  // namespace
+
+std::vector<uint8_t> MakeSampleLog(const SampleLogOptions& options) {
+    Ride ride = StartRide(options);
+    NativeWriter writer = StartNativeLog(options);
+    for (BikeSample sample; NextSample(ride, sample);) AppendSample(writer, sample);
+    DamageBytes(writer.bytes, options);
+    return std::move(writer.bytes);
 }

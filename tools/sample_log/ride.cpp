@@ -125,9 +125,10 @@ double RoadHeight(const Ride& ride, double at) {
 // The log is marked where lap transmitters stand: at the line and, with more marks a lap, evenly between.
 void PassMarks(Ride& ride, double before) {
     if (ride.markLeft > 0) ride.markLeft--;
-    const double between = static_cast<double>(ride.circuit.length) / ride.marksPerLap;
-    for (int k = 1; k <= ride.marksPerLap; k++)
-        if (before < k * between && ride.at >= k * between) ride.markLeft = markTicks;
+    for (int k = 1; k <= ride.marksPerLap; k++) {
+        const double place = static_cast<double>(k * ride.circuit.length) / ride.marksPerLap;
+        if (before < place && ride.at >= place) ride.markLeft = markTicks;
+    }
     if (ride.at < ride.circuit.length) return;
     ride.at -= ride.circuit.length;
     ride.lap++;
@@ -183,6 +184,14 @@ void ReadFastSensors(Ride& ride, double frontSpeed, double rearSpeed, double fro
     shown.flag = ride.cut > 0;
 }
 
+// Rides the stretch that is not logged and sets the length of the log.
+void SwitchOn(Ride& ride, const SampleLogOptions& options) {
+    ride.samplesLeft = std::clamp(options.skipSeconds, 0, longestLogSeconds) * samplesPerSecond;
+    for (BikeSample unseen; NextSample(ride, unseen);) {}
+    const int seconds = std::clamp(options.seconds, 0, longestLogSeconds);
+    ride.samplesLeft = (seconds == 0 && ride.timedLaps != 0 ? longestLogSeconds : seconds) * samplesPerSecond;
+}
+
 }  // namespace
 
 Ride StartRide(const SampleLogOptions& options) {
@@ -190,9 +199,6 @@ Ride StartRide(const SampleLogOptions& options) {
     ride.circuit = MakeCircuit(options.course);
     ride.random = {options.seed * 0xD1342543DE82EF95u + 1};
     ride.timedLaps = std::clamp(options.laps, 0, 100000);
-    const int seconds = std::clamp(options.seconds, 0, longestLogSeconds);
-    const bool endless = seconds == 0 && ride.timedLaps != 0;
-    ride.samplesLeft = (endless || seconds > longestLogSeconds ? longestLogSeconds : seconds) * samplesPerSecond;
     ride.marksPerLap = std::clamp(options.marksPerLap, 1, 3);
     ride.lowBattery = options.lowBattery;
     ride.at = pitAt;
@@ -204,6 +210,7 @@ Ride StartRide(const SampleLogOptions& options) {
     ride.front.body = -frontSag;
     ride.rear.body = -rearSag;
     SetPace(ride.circuit, 0, ride.random, ride.pace);
+    SwitchOn(ride, options);
     return ride;
 }
 
