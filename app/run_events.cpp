@@ -1,4 +1,4 @@
-// run_events.cpp -- what a load, a reset or an unload changes above the logs, each as one ordered list.
+// run_events.cpp -- what a load, a reset, an unload or a layout file changes above the logs, each as one ordered list.
 #include "run_data/run_events.h"
 
 #include <cstring>
@@ -9,6 +9,7 @@
 #include "graph/grid.h"
 #include "graph/view_state.h"
 #include "run_data/run_store.h"
+#include "settings/layout_events.h"
 
 static void SetTitleRect(int slot, int left, int top, int right, int bottom) {
     const int32_t rect[4] = {left, top, right, bottom};
@@ -56,4 +57,10 @@ void AfterReset(int) { afFade = 128; }
 void AfterUnload() {
     ApplyColorSet(0);
     afFade = 128;
+}
+
+void AfterLayoutLoad() {
+    afMapOn = 0;
+    CheckButton(buttonAfMap, false);
+    afProgress = 0;
 }
