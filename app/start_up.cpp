@@ -4,6 +4,7 @@
 #include "analysis/lap_marks.h"
 #include "analysis/lap_order.h"
 #include "analysis/lap_stats.h"
+#include "analysis/lap_table.h"
 #include "app/frame_loop.h"
 #include "app/input_step.h"
 #include "app/toolbar.h"
@@ -37,6 +38,7 @@ void LoadDefaults() {
     DefaultLapOrder();
     DefaultLapMarks();
     DefaultLapStats();
+    DefaultLapTable();
     DefaultToolbar();
     DefaultInputStep();
     DefaultFrameLoop();
