@@ -1,0 +1,85 @@
+// frame_bench.cpp -- one frame with three logs and all fourteen channels, against a copy of the client's pixels.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <vector>
+
+#include "app/frame_loop.h"
+#include "bench/ratio.h"
+#include "draw/draw_layer.h"
+#include "draw/surface.h"
+#include "graph/channel_plot.h"
+#include "graph/view_state.h"
+#include "platform/headless/script.h"
+#include "run_data/native_log.h"
+#include "run_data/run_store.h"
+#include "settings/settings.h"
+#include "tools/sample_log/sample_log.h"
+
+constexpr int frameTurns = 31;
+
+static void LoadSampleLog(int slot) {
+    SampleLogOptions options;
+    options.laps = 0;
+    options.seconds = 45 * 60;  // 3840 columns of 100 samples need 32 minutes
+    options.seed = static_cast<uint64_t>(slot + 1);
+    std::vector<uint8_t> log = MakeSampleLog(options);
+    const int length = static_cast<int>(log.size());
+    log.resize(log.size() + 1024);
+    ReadNativeLog(slot, log.data(), length);
+}
+
+static void LoadSampleLogs() {
+    LoadDefaults();
+    ExpertMode = 2;
+    for (int slot = 0; slot < fileSlots; slot++) {
+        LoadSampleLog(slot);
+        std::fill(std::begin(showChannel[slot]), std::end(showChannel[slot]), 1);
+        cursorPos[slot] = sampleCount[slot] / 2 * 100;
+    }
+}
+
+// A window of this size in which three logs fill every column.
+static void PrepareView(int width, int height, int samplesPerPixel) {
+    static const bool loaded = (LoadSampleLogs(), true);
+    benchmark::DoNotOptimize(loaded);
+    ShutDownDrawing();
+    DefaultScript();
+    ScriptScreenSize(width, height);
+    windowWidth = width;
+    windowHeight = height;
+    InitWindowAndDevice();
+    timeScale = samplesPerPixel;
+    viewZoom = 1.0;
+    shortcutOverlayOn = 0;
+}
+
+static void CopyClient(std::vector<uint32_t>& copy) {
+    const Surface& surface = BackBufferSurface();
+    for (int y = 0; y < clientHeight; y++)
+        std::memcpy(&copy[size_t(y) * surface.pitch], surface.pixels + size_t(y) * surface.pitch, size_t(clientWidth) * sizeof(uint32_t));
+}
+
+// Arguments: height of the client, samples per pixel.
+static void CompareToCopy(benchmark::State& state, DrawBackEnd backEnd, void (*draw)()) {
+    const int height = static_cast<int>(state.range(0)), width = height * 16 / 9;
+    PrepareView(width, height, static_cast<int>(state.range(1)));
+    std::vector<uint32_t> copy(size_t(BackBufferSurface().pitch) * height);
+    SelectBackEnd(backEnd);
+    CompareToFloor(state, [] { activityCount = 150; }, [&] { CopyClient(copy); }, draw);
+    SelectBackEnd(DrawBackEnd::software);
+}
+
+static void PlotOfThreeLogs(benchmark::State& state) { CompareToCopy(state, DrawBackEnd::software, DrawChannelPlot); }
+static void PlotWithoutPixels(benchmark::State& state) { CompareToCopy(state, DrawBackEnd::none, DrawChannelPlot); }
+static void WholeFrame(benchmark::State& state) { CompareToCopy(state, DrawBackEnd::software, DrawFrame); }
+
+static void ViewSizes(benchmark::internal::Benchmark* bench) {
+    bench->ArgsProduct({{1080, 2160}, {5, 20, 100}})->ArgNames({"height", "scale"});
+    bench->UseManualTime()->Iterations(frameTurns)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(PlotOfThreeLogs)->Apply(ViewSizes);
+BENCHMARK(PlotWithoutPixels)->Apply(ViewSizes);
+BENCHMARK(WholeFrame)->Apply(ViewSizes);
