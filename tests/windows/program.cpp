@@ -1,0 +1,254 @@
+#include "tests/windows/program.h"
+
+#include <cstring>
+#include <set>
+
+#include "platform/win32/wide.h"
+
+bool WaitFor(const std::function<bool()>& condition, int seconds) {
+    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds) * 1000;
+    while (!condition()) {
+        if (GetTickCount64() > end) return false;
+        Sleep(20);
+    }
+    return true;
+}
+
+// --- pictures ----------------------------------------------------------------------------------------------------------
+
+Picture GrabClient(HWND window) {
+    RECT client = {};
+    GetClientRect(window, &client);
+    Picture picture{client.right, client.bottom, std::vector<uint32_t>(static_cast<size_t>(client.right) * client.bottom)};
+    if (picture.pixels.empty()) return picture;
+    BITMAPINFO info = {};
+    info.bmiHeader  = {sizeof info.bmiHeader, client.right, -client.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    const HDC screen = GetDC(window), memory = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
+    const HGDIOBJ old    = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, client.right, client.bottom, screen, 0, 0, SRCCOPY);
+    SelectObject(memory, old);
+    GetDIBits(memory, bitmap, 0, static_cast<UINT>(client.bottom), picture.pixels.data(), &info, DIB_RGB_COLORS);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(window, screen);
+    for (uint32_t& pixel : picture.pixels) pixel &= 0xFFFFFF;
+    return picture;
+}
+
+// 24 bit, bottom row first, as the program writes them.
+Picture ReadBmp(const std::string& path) {
+    std::ifstream file(TestFolder::FromUtf8(path), std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    const auto number = [&bytes](size_t at) {
+        int32_t value;
+        std::memcpy(&value, bytes.data() + at, 4);
+        return value;
+    };
+    if (bytes.size() < 54) return {};
+    Picture picture{number(18), number(22), {}};
+    const size_t row = (static_cast<size_t>(picture.width) * 3 + 3) / 4 * 4, start = static_cast<size_t>(number(10));
+    if (bytes.size() < start + row * picture.height) return {};
+    for (int y = 0; y < picture.height; ++y) {
+        const auto* line = reinterpret_cast<const uint8_t*>(bytes.data()) + start + row * (picture.height - 1 - y);
+        for (int x = 0; x < picture.width; ++x)
+            picture.pixels.push_back(line[x * 3 + 2] << 16 | line[x * 3 + 1] << 8 | line[x * 3]);
+    }
+    return picture;
+}
+
+int Picture::DifferentPixels(const Picture& other, int fromX) const {
+    if (width != other.width || height != other.height) return -1;
+    int different = 0;
+    for (int y = 0; y < height; ++y)
+        for (int x = fromX; x < width; ++x) different += At(x, y) != other.At(x, y);
+    return different;
+}
+
+int ColorCount(const Picture& picture) {
+    return static_cast<int>(std::set<uint32_t>(picture.pixels.begin(), picture.pixels.end()).size());
+}
+
+// --- the program -------------------------------------------------------------------------------------------------------
+
+// Beside the tests' own executable.
+static std::wstring BuiltProgram() {
+    std::wstring path(32768, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return path.substr(0, path.find_last_of(L"\\/") + 1) + L"ZRKA.exe";
+}
+
+Program::Program() {
+    EXPECT_TRUE(CopyFileW(BuiltProgram().c_str(), Wide(home.Path("ZRKA.exe")).c_str(), FALSE)) << "ZRKA.exe is not built";
+}
+
+Program::~Program() {
+    if (!process.hProcess) return;
+    TerminateProcess(process.hProcess, 99);
+    WaitForSingleObject(process.hProcess, INFINITE);
+    CloseHandle(process.hProcess);
+    CloseHandle(process.hThread);
+}
+
+std::string Program::WriteLog(const std::string& name, const SampleLogOptions& options) const {
+    const std::vector<uint8_t> bytes = MakeSampleLog(options);
+    return home.Write(name, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+}
+
+struct Search {
+    DWORD process;
+    std::function<bool(HWND)> wanted;
+    HWND found;
+};
+
+static HWND FindWindowOf(DWORD process, const std::function<bool(HWND)>& wanted) {
+    Search search{process, wanted, nullptr};
+    EnumWindows(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            Search& search = *reinterpret_cast<Search*>(parameter);
+            DWORD owner = 0;
+            GetWindowThreadProcessId(window, &owner);
+            if (owner != search.process || !IsWindowVisible(window) || !search.wanted(window)) return TRUE;
+            search.found = window;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+static bool IsDialog(HWND window) {
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, 16);
+    return std::wstring(name) == L"#32770";
+}
+
+bool Program::Start(const std::vector<std::string>& arguments) {
+    std::wstring command = L"\"" + Wide(home.Path("ZRKA.exe")) + L"\"";
+    for (const std::string& argument : arguments) command += L" \"" + Wide(argument) + L"\"";
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) return false;
+    // The tool bar is shown last.
+    const auto titled = [](const char* begin) {
+        return [=](HWND window) { return WindowText(window).starts_with(begin); };
+    };
+    return WaitFor([&] {
+        main    = FindWindowOf(process.dwProcessId, titled("ZRKA Ver"));
+        toolbar = FindWindowOf(process.dwProcessId, [](HWND window) { return IsDialog(window) && WindowText(window) == "ZRKA"; });
+        return main && toolbar;
+    });
+}
+
+int Program::ExitCode() {
+    if (WaitForSingleObject(process.hProcess, 30000) != WAIT_OBJECT_0) return -1;
+    DWORD code = 0;
+    GetExitCodeProcess(process.hProcess, &code);
+    return static_cast<int>(code);
+}
+
+int Program::Close() {
+    PostMessageW(main, WM_SYSCOMMAND, SC_CLOSE, 0);
+    return ExitCode();
+}
+
+bool Program::Show(int command) const {
+    // A window manager's late answer to the last change can undo this one: asks again until nothing has come for a while.
+    constexpr ULONGLONG askAgainMs = 1000, settledMs = 300;
+    const auto stands = [&] {
+        if (command == SW_MINIMIZE) return IsIconic(main) != FALSE;
+        return !IsIconic(main) && (command == SW_MAXIMIZE) == (IsZoomed(main) != FALSE);
+    };
+    ULONGLONG asked = 0, since = GetTickCount64();
+    return WaitFor([&] {
+        const ULONGLONG now = GetTickCount64();
+        if (stands()) return now - since > settledMs;
+        since = now;
+        if (now - asked > askAgainMs) {
+            ShowWindowAsync(main, command);
+            asked = now;
+        }
+        return false;
+    });
+}
+
+Picture Program::RestingPicture() const {
+    // Long enough for a fade to show a change, and far longer than a pass.
+    constexpr ULONGLONG stillMs = 1500;
+    Picture last    = GrabClient(main);
+    ULONGLONG since = GetTickCount64();
+    const bool rests = WaitFor(
+        [&] {
+            Picture now = GrabClient(main);
+            if (now != last) since = GetTickCount64();
+            last = std::move(now);
+            return GetTickCount64() - since > stillMs;
+        },
+        60);
+    EXPECT_TRUE(rests) << "the picture keeps changing";
+    return last;
+}
+
+HWND Program::Find(const std::string& title) const {
+    return FindWindowOf(process.dwProcessId,
+                        [&](HWND window) { return window != main && window != toolbar && WindowText(window) == title; });
+}
+
+HWND Program::WaitForWindow(const std::string& title) const {
+    WaitFor([&] { return Find(title) != nullptr; });
+    return Find(title);
+}
+
+bool Program::WaitUntilGone(const std::string& title) const {
+    return WaitFor([&] { return Find(title) == nullptr; });
+}
+
+static std::string BoxText(HWND box) {
+    std::string text;
+    for (HWND child = nullptr; (child = FindWindowExW(box, child, L"Static", nullptr));) text += WindowText(child);
+    return text;
+}
+
+bool Program::AnswerBox(const std::string& title, const std::string& text, int button) const {
+    const HWND box = WaitForWindow(title);
+    EXPECT_TRUE(box) << "no box \"" << title << "\"";
+    if (!box) return false;
+    EXPECT_EQ(BoxText(box), text);
+    // Wine numbers the lone button of an OK box as the Cancel that Esc means.
+    Click(box, GetDlgItem(box, button) ? button : IDCANCEL);
+    return WaitFor([&] { return !IsWindow(box); });
+}
+
+bool Program::AnswerFileDialog(const std::string& title, const std::string& path) const {
+    constexpr int nameEdit = 0x480, nameCombo = 0x47C;
+    const HWND dialog = WaitForWindow(title);
+    EXPECT_TRUE(dialog) << "no dialog \"" << title << "\"";
+    if (!dialog) return false;
+    SetControlText(dialog, GetDlgItem(dialog, nameEdit) ? nameEdit : nameCombo, path);
+    Click(dialog, IDOK);
+    return WaitFor([&] { return !IsWindow(dialog); });
+}
+
+// --- controls ----------------------------------------------------------------------------------------------------------
+
+std::string WindowText(HWND window) {
+    wchar_t text[2048] = L"";
+    DWORD_PTR length = 0;  // with a time limit: the program may be busy
+    SendMessageTimeoutW(window, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text), SMTO_ABORTIFHUNG, 2000, &length);
+    return Utf8({text, static_cast<size_t>(length)});
+}
+
+std::string ControlText(HWND dialog, int id) { return WindowText(GetDlgItem(dialog, id)); }
+
+bool ControlChecked(HWND dialog, int id) { return SendDlgItemMessageW(dialog, id, BM_GETCHECK, 0, 0) == BST_CHECKED; }
+
+void SetControlText(HWND dialog, int id, const std::string& utf8) {
+    SendDlgItemMessageW(dialog, id, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Wide(utf8).c_str()));
+}
+
+void Click(HWND dialog, int id) { PostMessageW(GetDlgItem(dialog, id), BM_CLICK, 0, 0); }
+
+std::string IniValue(const std::string& ini, const std::string& section, const std::string& key) {
+    wchar_t value[512] = L"";
+    GetPrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(), L"", value, std::size(value), Wide(ini).c_str());
+    return Utf8(value);
+}
