@@ -28,8 +28,6 @@ static const ToolButton toolButtons[] = {
     {buttonSetup, iconSetup, "Setup (F)"},
 };
 
-static bool IsCheckButton(int id) { return id >= firstCheckButton && id <= lastCheckButton; }
-
 void CheckButton(int id, bool on) {
     if (!IsCheckButton(id)) return;
     checked[id - firstCheckButton] = on;

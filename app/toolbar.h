@@ -7,6 +7,8 @@
 
 // The check buttons' ids are consecutive.
 constexpr int firstCheckButton = buttonMoveFile1, lastCheckButton = buttonAfMap;
+constexpr bool IsCheckButton(int id) { return id >= firstCheckButton && id <= lastCheckButton; }
+constexpr bool IsToolButton(int id) { return IsCheckButton(id) || (id >= buttonOpen1 && id <= buttonSetup); }
 
 extern int32_t layoutCycle;  // what buttonLayout does next: 0 overlay of the speeds, 1 auto fit, 2 defaults
 

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "app/frame_loop.h"
+#include "app/toolbar.h"
 #include "cli/commands.h"
 #include "cli/console.h"
 #include "cli/session.h"
@@ -95,6 +96,12 @@ static bool ReadLoad(std::string_view rest, Step& step) {
     return ReadNumber(TakeWord(rest), 1, fileSlots, step.number[0]) && ReadPath(rest, step);
 }
 
+static bool ReadCommand(std::string_view rest, Step& step) {
+    const bool known = ReadNumber(TakeWord(rest), 0, 65535, step.number[0]) && IsToolButton(step.number[0]);
+    step.number[1] = rest == "checked";
+    return known && (rest.empty() || rest == "checked");
+}
+
 static bool ReadOps(std::string_view rest, Step& step) { return rest == "off" || ReadPath(rest, step); }
 
 static bool ReadState(std::string_view rest, Step& step) {
@@ -169,6 +176,7 @@ static void TurnWheel(const Step& step) { ScriptWheel(step.number[0]); }
 static void TurnHWheel(const Step& step) { ScriptHWheel(step.number[0]); }
 static void HoldKeys(const Step& step) { ScriptHold(step.number[0] != 0, step.number[1] != 0); }
 static void TypeKey(const Step& step) { ScriptChar(step.number[0]); }
+static void PressToolButton(const Step& step) { ScriptToolPress(step.number[0], step.number[1] != 0); }
 static void GiveForeground(const Step& step) { ScriptForeground(foregroundWindows[step.number[0]]); }
 static void SendPower(const Step& step) { PowerBroadcast(powerEvents[step.number[0]]); }
 static void ChangeDisplay(const Step&) { DisplayChanged(); }
@@ -191,6 +199,7 @@ static constexpr Instruction instructions[] = {
     {"hwheel", "N", "horizontal wheel delta, 120 a notch", ReadOne<-coordinateLimit, coordinateLimit>, Run<TurnHWheel>},
     {"hold", "[shift,ctrl]", "keys held down; none without", ReadHold, Run<HoldKeys>},
     {"key", "K", "one character typed: a letter, digit or sign, or Tab Esc Right Left Up Down Space", ReadKey, Run<TypeKey>},
+    {"command", "ID [checked]", "a tool bar button pressed; checked is the state of a check button after it", ReadCommand, Run<PressToolButton>},
     {"foreground", "main|toolbar|other", "which window has the foreground", ReadChoice<foregroundWords>, Run<GiveForeground>},
     {"power", "suspend-query|suspend|resume", "a power message", ReadChoice<powerWords>, Run<SendPower>},
     {"display-change", "", "the message that the display changed", ReadNothing, Run<ChangeDisplay>},

@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "app/frame_loop.h"
+#include "app/toolbar.h"
 #include "graph/color_scheme.h"
 #include "graph/view_state.h"
 #include "platform/window.h"
@@ -123,7 +124,7 @@ static constexpr Value values[] = {
     ONE(lapInput), ONE(lcOn), ONE(lcLockRpm), ONE(lcReleaseRpm), ONE(lcToleranceRpm),
 
     // Loop and frame.
-    ONE(activityCount), ONE(idleFrame), ONE(animationPending), ONE(quitFlag), ONE(powerState), ONE(frameNumber),
+    ONE(activityCount), ONE(idleFrame), ONE(animationPending), ONE(quitFlag), ONE(powerState), ONE(frameNumber), ONE(layoutCycle),
     {"mainWindow", 1, AppendResult<MainWindowOpen>}, ONE(screenWidth), ONE(screenHeight), ONE(clientWidth),
     ONE(clientHeight), ONE(halfWidth), ONE(halfHeight), ONE(rowHeight), ONE(fontSize), ONE(lapColumnWidth), ONE(lapListTop),
     ONE(viewZoom), ONE(viewZoomGoal), ONE(timeScale), ONE(scrollY), {"baseLineX", 1, AppendResult<BaseLineX>},

@@ -77,6 +77,39 @@ TEST_F(CliPlay, ButtonsReachTheInputStep) {
                "mouseButtons 4\nmouseButtons 0\n");
 }
 
+TEST_F(CliPlay, MouseAndHeldKeysReachTheInputStep) {
+    ExpectPlay("mouse 120 90\nhold shift,ctrl\npass 1\nstate mouseX mouseY shiftDown ctrlDown\nhold\npass 1\nstate shiftDown ctrlDown\n",
+               "mouseX 120\nmouseY 90\nshiftDown 1\nctrlDown 1\nshiftDown 0\nctrlDown 0\n");
+}
+
+TEST_F(CliPlay, WheelMagnifiesTheView) { ExpectPlay("wheel 1\npass 1\nstate viewZoomGoal\n", "viewZoomGoal 20000\n"); }
+
+TEST_F(CliPlay, HorizontalWheelStepsALapOnEveryWholeNotch) {
+    const CliRun run = Play("pass 100\nhwheel 60\npass 1\nstate jumpTarget\nhwheel 60\npass 1\nstate animationPending\n", {Log(200)});
+    EXPECT_EQ(run.status, exitDone) << run.err;
+    EXPECT_EQ(run.out, "jumpTarget -1 -1 -1\nanimationPending 1\n");
+}
+
+TEST_F(CliPlay, KeysAreTypedOnePerPass) {
+    ExpectPlay("key b\nkey B\npass 1\nstate scrollBarOn\npass 1\nstate scrollBarOn\n", "scrollBarOn 0\nscrollBarOn 1\n");
+}
+
+TEST_F(CliPlay, NamedKeysAreTyped) {
+    const CliRun run = Play("pass 100\nkey Right\npass 1\nstate animationPending\npass 100\nkey Left\nkey Up\nkey Down\nkey Tab\n"
+                            "key Esc\nkey Space\npass 6\nstate fileMoveOn\n", {Log(20)});
+    EXPECT_EQ(run.status, exitDone) << run.err;
+    EXPECT_EQ(run.out, "animationPending 1\nfileMoveOn 1 0 1\n");
+}
+
+TEST_F(CliPlay, DialogsAreTold) { ExpectPlay("key F\npass 1\nboxes\n", "dialog 1019\n"); }
+
+TEST_F(CliPlay, SaveSettingsWritesAtTheEndOnly) {
+    Play("key b\npass 1\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.path / "ZRKA.ini"));
+    RunCli({"--home", folder.Path(), "--save-settings", "play", folder.Write("script.txt", "key q\npass 1\n")});
+    EXPECT_NE(folder.Read("ZRKA.ini").find("BodyDisplay=0"), std::string::npos);
+}
+
 TEST_F(CliPlay, AForeignForegroundHoldsTheMouseStill) {
     ExpectPlay("mouse 100 100\npass 1\nforeground other\nmouse 300 300\npass 1\nstate mouseX\nforeground main\npass 1\nstate mouseX\n"
                "foreground toolbar\nmouse 200 200\npass 1\nstate mouseX\n",
@@ -167,7 +200,7 @@ TEST_F(CliPlay, WrongInstructionsAreRefusedWithTheirLine) {
                            "hold alt",      "key",          "key AB",        "key \x01",     "foreground",    "foreground top",
                            "power off",     "close now",    "display-change 1", "answer",    "load 4 a.zrk",  "load 1",
                            "load a.zrk",    "pass",         "pass -1",       "state",        "state x nothing", "ops",
-                           "shot",          "boxes all"};
+                           "shot",          "boxes all",     "command",         "command 5",     "command 1111 on"};
     for (const char* line : wrong) {
         SCOPED_TRACE(line);
         const CliRun run = Play("state lapCount\n\n" + std::string(line) + "\n");
