@@ -31,8 +31,8 @@ const std::vector<CircuitPlan>& CircuitPlans() {
           {150, 0}, {190, 56}, {260, 0}, {36, 50}, {34, -92}, {40, 42}, {355.9, 0}, {60, 142}, {360, 0}},
          {}},
         {"larch",  // long, fast, and ridden to the left
-         {{300, 0}, {101, -90}, {216, 0}, {67.5, 80}, {81, -95}, {405, 0}, {297, -45}, {440.6, 0}, {121.5, -70}, {175.5, 0}, {60.75, 105},
-          {351, 0}, {40.5, -175}, {445.5, 0}, {202.5, 70}, {283.5, 0}, {108, -100}, {675, 0}, {148.5, -40}, {206.4, 0}},
+         {{300, 0}, {101, -90}, {216, 0}, {67.5, 80}, {81, -95}, {405, 0}, {297, -45}, {440.6, 0}, {121.5, -70},
+          {175.5, 0}, {60.75, 105}, {351, 0}, {40.5, -175}, {445.5, 0}, {202.5, 70}, {283.5, 0}, {108, -100}, {675, 0}, {148.5, -40}, {206.4, 0}},
          {}},
         {"juniper",  // short and narrow
          {{200, 0}, {30, 110}, {60, 0}, {22, -120}, {208.2, 0}, {18, 160}, {120, 0}, {40, -50}, {70, 0}, {26, 100}, {40, 0},
@@ -120,8 +120,8 @@ void LayRoad(Circuit& circuit) {
     double wave = 0, ripple = 0;
     for (int lap = 0; lap < 2; lap++)  // the second round starts as the first ended, so that the ends meet
         for (int i = 0; i < n; i++) {
-            wave = wave * 0.985 + RandomSigned(random) * 1.7;
-            ripple = ripple * 0.6 + RandomSigned(random) * 1.5;
+            wave = wave * 0.985 + RandomSigned(random) * 3;
+            ripple = ripple * 0.6 + RandomSigned(random) * 2.4;
             circuit.road[i] = wave + ripple;
         }
     for (int place = 0; place < circuit.length / 120; place++) {

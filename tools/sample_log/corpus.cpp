@@ -37,7 +37,8 @@ SampleLogOptions Excerpt(int version, int from, int seconds) {
 using Maker = std::vector<uint8_t> (*)(const SampleLogOptions&);
 
 // An excerpt whole, cut short inside its last samples and inside its header, and with bits turned over.
-void AddWithDamage(std::vector<CorpusFile>& corpus, const char* folder, const std::string& name, Maker make, SampleLogOptions options) {
+void AddWithDamage(std::vector<CorpusFile>& corpus, const char* folder, const std::string& name, Maker make,
+                   SampleLogOptions options) {
     const std::vector<uint8_t> whole = make(options);
     Add(corpus, folder, name, whole);
     options.truncateBytes = 37;
@@ -94,7 +95,8 @@ void AddCsvLogs(std::vector<CorpusFile>& corpus) {
             if (step == 100) AddWithDamage(corpus, folder, name, MakeCsvLog, options);
             else Add(corpus, folder, name, MakeCsvLog(options));
         }
-    AddText(corpus, folder, "odd_fields", "Time,Ne,,TH,\"LAP\"\r\n0.005,,12,1e3,1\r\n\n0.010,0x10,-7,+.5,2\n\r1e-2,nan,inf,9999999999999999999,3");
+    AddText(corpus, folder, "odd_fields",
+        "Time,Ne,,TH,\"LAP\"\r\n0.005,,12,1e3,1\r\n\n0.010,0x10,-7,+.5,2\n\r1e-2,nan,inf,9999999999999999999,3");
     AddText(corpus, folder, "time_jumps", "Time,VFW\n0,1\n.1,2\n.2,3\n.3,4\n.4,5\n.5,6\n.9,7\n.2,8\n");
     AddText(corpus, folder, "long_line", "Time,Ne\n" + std::string(2100, '7') + "\n0.005,100\n");
 }
@@ -102,15 +104,20 @@ void AddCsvLogs(std::vector<CorpusFile>& corpus) {
 void AddProfiles(std::vector<CorpusFile>& corpus) {
     constexpr const char* folder = "profile_fuzz";
     AddText(corpus, folder, "settings",
-        "[Path]\r\nData=C:\\logs\r\nBMP=\r\n[Window]\r\nx=-8\r\ny=0\r\nx2=1024\r\ny2=768\r\nzoomed=1\r\nCurse_X=1980\r\nCurse_Z=500\r\n"
+        "[Path]\r\nData=C:\\logs\r\nBMP=\r\n[Window]\r\nx=-8\r\ny=0\r\nx2=1024\r\ny2=768\r\nzoomed=1\r\nCurse_X=1980\r\n"
+        "Curse_Z=500\r\n"
         "[ModeSetting]\r\nCursolValueMode=3\r\nSmoothingSample=12\r\ncolortype=1\r\nExpertMode=2\r\nCourseFile_name=sorrel.crs\r\n"
         "[SPLConfig]\r\nDebug=1\r\nSmoothingSTD=2\r\nLastcono=99999999999\r\n[ViewSetting]\r\nAFmap_SWTHS=250\r\n");
     AddText(corpus, folder, "layout",
-        "[GraphSetting]\r\nrpmpos=360\r\nrpmzoom=50000\r\ntpszoom=0\r\nvfwzoom=-1\r\nGraphGrid_min0=5000\r\nGraphGrid_max0=16000\r\n"
-        "GraphGrid_step0=0\r\nGraphGrid_disp0=1\r\nColor_Green0=8\r\nColor_Red13=-4\r\n VRW_View_Green=0\r\nNE_View_White=1\r\nLap_Point_Red=3\r\n");
+        "[GraphSetting]\r\nrpmpos=360\r\nrpmzoom=50000\r\ntpszoom=0\r\nvfwzoom=-1\r\n"
+        "GraphGrid_min0=5000\r\nGraphGrid_max0=16000\r\n"
+        "GraphGrid_step0=0\r\nGraphGrid_disp0=1\r\nColor_Green0=8\r\nColor_Red13=-4\r\n"
+        " VRW_View_Green=0\r\nNE_View_White=1\r\nLap_Point_Red=3\r\n");
     AddText(corpus, folder, "labels", "; titles\n[Time]\n0=Time (s)\n15=\"Elapsed\"\n[LAP]\n1=Distance\n0 = Lap\n[Ne]\n0=\n");
-    AddText(corpus, folder, "sectors", "[sorrel.crs]\r\nSec1=200\r\nSec2=0\r\nSec7=5000\r\nOffset=12\r\n[larch.crs]\r\nOffset=-3\r\n");
-    AddText(corpus, folder, "broken", "[Window\nx2\n=5\n[]\n[GraphSetting]x=1\nrpmpos==\"7\n\tzoomed = 1 \n[GraphSetting]\nrpmpos");
+    AddText(corpus, folder, "sectors",
+        "[sorrel.crs]\r\nSec1=200\r\nSec2=0\r\nSec7=5000\r\nOffset=12\r\n[larch.crs]\r\nOffset=-3\r\n");
+    AddText(corpus, folder, "broken",
+        "[Window\nx2\n=5\n[]\n[GraphSetting]x=1\nrpmpos==\"7\n\tzoomed = 1 \n[GraphSetting]\nrpmpos");
 }
 
 void AddCourses(std::vector<CorpusFile>& corpus) {

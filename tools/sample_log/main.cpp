@@ -117,7 +117,8 @@ std::string Unescaped(std::string_view text) {
     for (size_t i = 0; i < text.size(); i++) {
         unsigned byte = 0;
         const char* digits = text.data() + i + 2;
-        const bool escape = text.substr(i, 2) == "\\x" && i + 4 <= text.size() && std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2;
+        const bool escape = text.substr(i, 2) == "\\x" && i + 4 <= text.size() &&
+                            std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2;
         bytes += escape ? static_cast<char>(byte) : text[i];
         if (escape) i += 3;
     }
@@ -145,7 +146,8 @@ Taken TakeTextOption(Arguments& arguments, std::string_view name, std::string_vi
     } else if (name == "--seed") {
         if (!TakeNumber(value, arguments.log.seed, rest) || !rest.empty()) return Taken::unusable;
     } else if (name == "--points") {
-        if (!TakeNumber(value, arguments.points, rest) || !rest.empty() || arguments.points < 3 || arguments.points > 2999) return Taken::unusable;
+        if (!TakeNumber(value, arguments.points, rest) || !rest.empty()) return Taken::unusable;
+        if (arguments.points < 3 || arguments.points > 2999) return Taken::unusable;
     } else return Taken::unknown;
     return Taken::withValue;
 }
@@ -170,8 +172,10 @@ int TakeArguments(Arguments& arguments, int count, char** texts) {
         }
         const Taken taken = TakeOption(arguments, texts[i], texts[i + 1]);
         if (taken == Taken::unknown || taken == Taken::unusable) {
-            if (taken == Taken::unknown) std::fprintf(stderr, "sample_log: %s is no option or lacks its value; --help tells them all\n", texts[i]);
-            else std::fprintf(stderr, "sample_log: %s cannot be %s; --help tells what it can\n", texts[i], texts[i + 1]);
+            const bool unknown = taken == Taken::unknown;
+            std::fprintf(stderr, unknown ? "sample_log: %s is no option or lacks its value" : "sample_log: %s cannot be %s", texts[i],
+                         texts[i + 1]);
+            std::fputs("; --help tells them all\n", stderr);
             return 2;
         }
         if (taken == Taken::withValue) i++;
@@ -223,7 +227,8 @@ int main(int count, char** texts) {
         if (std::string_view(texts[i]) == "--help") return std::fputs(help, stdout), 0;
     Arguments arguments;
     if (TakeArguments(arguments, count, texts) != 0) return 2;
-    if (arguments.courseFile.empty() && arguments.corpusFolder.empty() && arguments.logFile.empty()) return std::fputs(help, stderr), 2;
+    const bool nothing = arguments.courseFile.empty() && arguments.corpusFolder.empty() && arguments.logFile.empty();
+    if (nothing) return std::fputs(help, stderr), 2;
     int failed = 0;
     if (!arguments.courseFile.empty()) failed = std::max(failed, WriteCourse(arguments));
     if (!arguments.corpusFolder.empty()) failed = std::max(failed, WriteCorpus(arguments.corpusFolder));

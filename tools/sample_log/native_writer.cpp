@@ -74,8 +74,11 @@ int RawStroke(int version, int stroke, int span, int zero) {
 }
 
 // Zero readings of the header. Version 32 has them in its own unit, chosen so that the readings stay where the other
-// versions have them.
-int StrokeZero(int version, int span, int zero) { return version == 32 ? (span - zero * span / 1024) / 25 / 4 * 4 : zero & ~(version == 0 ? 3 : 0); }
+// versions have them; the two oldest have no low bits.
+int StrokeZero(int version, int span, int zero) {
+    if (version == 32) return (span - zero * span / 1024) / 25 & ~3;
+    return version == 0 ? zero & ~3 : zero;
+}
 
 // Reading of `value` where the whole range of the input is `fullScale`.
 int RawShare(int version, int64_t value, int fullScale) {

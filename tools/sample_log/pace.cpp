@@ -50,7 +50,8 @@ void SetPace(const Circuit& circuit, int lap, Random& random, std::vector<double
     // Braking starts hardest, where the air helps and the bike stands upright.
     for (int k = 2 * n; k > 0; k--) {
         const int from = k % n, to = (k - 1) % n;
-        const double loss = effort * (5.9 + 0.085 * pace[from]) * (0.15 + 0.85 * GripLeft(pace[from], circuit.curvature[from], grip[from]));
+        const double left = 0.15 + 0.85 * GripLeft(pace[from], circuit.curvature[from], grip[from]);
+        const double loss = effort * (5.9 + 0.085 * pace[from]) * left;
         pace[to] = std::min(pace[to], std::sqrt(pace[from] * pace[from] + 2 * loss));
     }
 }

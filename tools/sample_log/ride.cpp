@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "tools/sample_log/pace.h"
+#include "tools/sample_log/sensors.h"
 
 namespace {
 
@@ -13,7 +14,6 @@ constexpr double idleRpm = 1450, limiterRpm = 14600;
 constexpr int    pitTicks = 4 * samplesPerSecond;  // standing, engine running
 constexpr double pitAt = 60, pitEnd = 230;         // m: where the bike leaves its box and where the pit limit ends
 constexpr double pitSpeed = 16.6;                  // m/s
-constexpr int    cutTicks = 12, blipTicks = 26;    // of an upshift and a downshift
 constexpr int    markTicks = 8;
 constexpr double frontSag = 41, rearSag = 19;      // mm of stroke, standing with the rider
 constexpr int    rideOutTicks = 8 * samplesPerSecond;  // logged after the last timed lap
@@ -35,8 +35,6 @@ double DriveAcceleration(int gear, double rpm) {
     return torque * GearRatio(gear) / wheelRadius / mass;
 }
 
-double Limited(double value, double low, double high) { return std::clamp(value, low, high); }
-
 double AtNode(const std::vector<double>& values, double at) {
     const int n = static_cast<int>(values.size()), i = static_cast<int>(at);
     const double part = at - i;
@@ -53,25 +51,22 @@ double WantedSpeed(const Ride& ride, double ahead) {
 }
 
 // Throttle and brake move toward what the wanted acceleration takes, as fast as hands do.
-void MoveHands(Ride& ride, double drive, double drag) {
+void MoveHands(Ride& ride, double drive) {
     constexpr double foresight = 0.16;  // s
     const double wanted = (WantedSpeed(ride, ride.speed * foresight) - ride.speed) / foresight;
-    const double engineBrake = EngineBrake(ride.speed);
-    const double push = wanted + drag;
-    double throttle = drive > 0 ? (push + engineBrake) / (drive + engineBrake) : 0;
-    double brake = (-push - engineBrake - 0.4) / brakeLimit;
-    if (ride.tick < pitTicks) throttle = 0, brake = 0.2;
-    throttle = Limited(throttle + (throttle > 0.03 ? ride.hand : 0), 0, 1);
-    brake = Limited(brake, 0, 1);
-    if (ride.cut == 0 && ride.blip == 0)
-        ride.throttle += Limited(throttle - ride.throttle, -9 * step, 3.2 * step);
-    ride.brake += Limited(brake - ride.brake, -3.5 * step, 6 * step);
-}
-
-void StartShift(Ride& ride, int& ticks, int length) {
-    ticks = length;
-    ride.sinceShift = 0;
-    ride.blipSize = 0.2 + 0.12 * RandomSigned(ride.random);
+    const double push = wanted + Drag(ride.speed), hold = EngineBrake(ride.speed);
+    double throttle = drive > 0 ? (push + hold) / (drive + hold) : 0;
+    double brake = (-push - hold - 0.4) / brakeLimit;
+    if (ride.tick < pitTicks) {
+        throttle = 0;
+        brake = 0.2;
+    }
+    if (throttle > 0.03) throttle += ride.hand;
+    throttle = std::clamp(throttle, 0.0, 1.0);
+    brake = std::clamp(brake, 0.0, 1.0);
+    const bool shifting = ride.cut > 0 || ride.blip > 0;
+    if (!shifting) ride.throttle += std::clamp(throttle - ride.throttle, -9 * step, 3.2 * step);
+    ride.brake += std::clamp(brake - ride.brake, -3.5 * step, 6 * step);
 }
 
 void ChangeGears(Ride& ride, double rearSpeed) {
@@ -83,12 +78,14 @@ void ChangeGears(Ride& ride, double rearSpeed) {
     if (ride.cut > 0 && --ride.cut == cutTicks / 2) ride.gear++;
     if (ride.blip > 0 && --ride.blip == blipTicks / 2) ride.gear--;
     if (ride.cut > 0 || ride.blip > 0 || ride.sinceShift < 60) return;
-    // No two shifts come at the same engine speed.
-    const double unrest = 150 * SignedUnit(static_cast<uint16_t>(ride.tick * 40503));
-    const double rpm = CoupledRpm(ride.gear, rearSpeed);
-    if (ride.gear < bikeGears && rpm > 13700 + unrest && ride.throttle > 0.2) StartShift(ride, ride.cut, cutTicks);
-    else if (ride.gear > 1 && ride.throttle < 0.3 && CoupledRpm(ride.gear - 1, rearSpeed) < (ride.brake > 0.15 ? 11600 : 9800) + unrest)
-        StartShift(ride, ride.blip, blipTicks);
+    const double rpm = CoupledRpm(ride.gear, rearSpeed), lower = ride.gear > 1 ? CoupledRpm(ride.gear - 1, rearSpeed) : 1e6;
+    const double unrest = 150 * SignedUnit(static_cast<uint16_t>(ride.tick * 40503u));  // no two shifts are alike
+    const bool up = ride.gear < bikeGears && rpm > 13700 + unrest && ride.throttle > 0.2;
+    const bool down = lower < (ride.brake > 0.15 ? 11600 : 9800) + unrest && ride.throttle < 0.3;
+    if (!up && !down) return;
+    (up ? ride.cut : ride.blip) = up ? cutTicks : blipTicks;
+    ride.blipSize = 0.2 + 0.12 * RandomSigned(ride.random);
+    ride.sinceShift = 0;
 }
 
 // Below its coupling speed the clutch slips; otherwise the engine follows the rear wheel through a springy drive.
@@ -103,16 +100,21 @@ void TurnEngine(Ride& ride, double rearSpeed, double noise) {
     ride.rpm += (target - ride.rpm) * (ride.blip > 0 ? 0.18 : ride.speed < 8 ? 0.06 : 0.4);
 }
 
+struct Spring {
+    double frequency, damping, travel;  // Hz, share of the critical damping, mm
+};
+
 // Sprung mass over a wheel that follows the road: `rest` is the stroke that the load would hold, mm. Returns the stroke.
-double MoveSuspension(Suspension& suspension, double road, double rest, double frequency, double damping, double travel) {
-    const double omega = 6.2832 * frequency;
+double MoveSuspension(Suspension& suspension, double road, double rest, const Spring& spring) {
+    const double omega = 6.2832 * spring.frequency;
     const double wheelBefore = suspension.wheel;
     suspension.wheel += (road - suspension.wheel) * 0.45;  // the tyre swallows the shortest waves
     const double wheelSpeed = (suspension.wheel - wheelBefore) / step;
     const double stroke = suspension.wheel - suspension.body;
-    suspension.bodySpeed += step * (omega * omega * (stroke - rest) + 2 * damping * omega * (wheelSpeed - suspension.bodySpeed));
+    const double force = omega * omega * (stroke - rest) + 2 * spring.damping * omega * (wheelSpeed - suspension.bodySpeed);
+    suspension.bodySpeed += step * force;
     suspension.body += step * suspension.bodySpeed;
-    const double held = Limited(stroke, 0, travel);
+    const double held = std::clamp(stroke, 0.0, spring.travel);
     if (held != stroke) suspension.body = suspension.wheel - held;  // against the stop
     return held;
 }
@@ -137,51 +139,49 @@ void PassMarks(Ride& ride, double before) {
     SetPace(ride.circuit, ride.lap, ride.random, ride.pace);
 }
 
-int Stored(double value, int low, int high) { return std::clamp(static_cast<int>(std::floor(value + 0.5)), low, high); }
-
-void MoveBike(Ride& ride, double drive, double drag, double noise) {
-    const double pull = ride.cut > 0 || ride.gear == 0 ? 0 : drive * ride.throttle;
-    const double hold = EngineBrake(ride.speed) * (1 - ride.throttle);
+void MoveBike(Ride& ride, double drive, Moment& moment) {
     const double before = ride.at;
-    double acceleration = pull - hold - drag - brakeLimit * ride.brake;
-    if (ride.speed < 6 && pull > 0) acceleration = std::min(acceleration, 4.5);  // the clutch bites
+    moment.pull = ride.cut > 0 ? 0 : drive * ride.throttle;
+    const double hold = EngineBrake(ride.speed) * (1 - ride.throttle);
+    double acceleration = moment.pull - hold - Drag(ride.speed) - brakeLimit * ride.brake;
+    if (ride.speed < 6 && moment.pull > 0) acceleration = std::min(acceleration, 4.5);  // the clutch bites
     ride.acceleration += (acceleration - ride.acceleration) * 0.3;
-    ride.speed += step * ride.acceleration;
-    if (ride.speed <= 0) ride.speed = 0, ride.acceleration = std::max(0.0, ride.acceleration);
+    ride.speed = std::max(0.0, ride.speed + step * ride.acceleration);
+    if (ride.speed == 0) ride.acceleration = std::max(0.0, ride.acceleration);
     ride.at += step * ride.speed / ride.line;
-    ride.hand = ride.hand * 0.996 + 0.006 * noise;
+    ride.hand = ride.hand * 0.996 + 0.006 * moment.noise[0];
     PassMarks(ride, before);
+    moment.sideways = ride.speed * ride.speed * std::fabs(AtNode(ride.circuit.curvature, ride.at));
 }
 
-// Probes with a lag of their own, and inputs that the unit takes at a fraction of the log's rate.
-void ReadSlowSensors(Ride& ride, const double* noise) {
-    const bool overrun = ride.throttle < 0.02 && ride.rpm > 3000;
-    const double mixture = ride.gear == 0 ? 13.8 : overrun ? 14.7 : 14.3 - 1.7 * ride.throttle;
-    ride.mixture += (mixture - ride.mixture) * 0.035;
-    ride.water += (82 - ride.speed * 0.12 + 6 * ride.throttle - ride.water) * 0.00012;
-    const double charge = 12.4 + 1.4 * Limited((ride.rpm - 1200) / 2600, 0, 1) - 0.15 * ride.throttle;
-    ride.volts += (charge - (ride.cut > 0 ? 0.5 : 0) - ride.volts) * 0.04;
-    const bool brownOut = ride.lowBattery && ride.tick % 8000 > 7880;
-    BikeSample& shown = ride.shown;
-    if (ride.tick % 4 == 0) shown.laf1 = Stored(ride.mixture * 100 + 5 * noise[7], 900, 1800);
-    if (ride.tick % 4 == 2 || ride.tick == 0) shown.laf2 = Stored(ride.mixture * 100 + 9 + 6 * noise[0], 900, 1800);
-    if (ride.tick % 40 == 0) shown.aux2 = Stored(ride.water * 100 + 3 * noise[2], 0, 12000);
-    if (ride.tick % 5 == 0) shown.vb = Stored(ride.volts * 100 + 2 * noise[4] - (brownOut ? 420 : 0), 0, 2000);
+// Leaning rolls a tyre on a smaller circumference; drive and brakes add their slip, and now and then, driving out of a
+// bend, the rear tyre lets go for a moment.
+void TurnWheels(Ride& ride, Moment& moment) {
+    const double lean = std::min(1.0, moment.sideways / gripLimit);
+    const bool onEdge = lean > 0.35 && ride.throttle > 0.45 && moment.pull > 4;
+    if (onEdge && RandomBelow(ride.random, 512) == 0) ride.spin = 0.05;
+    ride.spin *= 0.965;
+    const double rearSlip = 0.0035 * moment.pull + ride.spin - ride.brake * (0.022 + 0.012 * moment.noise[1]);
+    moment.rearSpeed = ride.speed * (1 + 0.028 * lean + rearSlip);
+    moment.frontSpeed = ride.speed * (1 + 0.022 * lean - 0.009 * ride.brake);
 }
 
-void ReadFastSensors(Ride& ride, double frontSpeed, double rearSpeed, double front, double rear, const double* noise) {
-    const double throttle = ride.blip > blipTicks / 3 ? std::max(ride.throttle, ride.blipSize) : ride.throttle;
-    const bool turning = ride.speed > 0.8;  // below that no pulse comes in time
-    BikeSample& shown = ride.shown;
-    shown.ne = Stored(ride.rpm + 14 * noise[3], 0, 16000);
-    shown.th = Stored(throttle * 1000 + noise[4], 0, 1000);
-    shown.vfw = turning ? Stored(frontSpeed * 36 + 0.8 * noise[5], 0, 4095) : 0;
-    shown.vrw = turning ? Stored(rearSpeed * 36 + 1.2 * noise[6], 0, 4095) : 0;
-    shown.fsus = Stored(front * 100 + 6 * noise[5], 0, 13000);
-    shown.rsus = Stored(rear * 100 + 4 * noise[6], 0, 7500);
-    shown.aux1 = Stored(ride.brake * 1250 + (ride.brake > 0 ? 4 * noise[1] : 0), 0, 2000);
-    shown.mark = ride.markLeft > 0;
-    shown.flag = ride.cut > 0;
+// Bends press both ends down, brakes the front and the engine the rear.
+void MoveSuspensions(Ride& ride, Moment& moment) {
+    constexpr Spring front{2.9, 0.45, 126}, rear{2.6, 0.45, 66};
+    constexpr double wheelbase = 1.4, rearLeverage = 0.5;  // m; stroke of the shock for that of the wheel
+    const double g = moment.sideways / gravity, pressed = std::sqrt(1 + g * g) - 1;
+    moment.frontStroke = MoveSuspension(ride.front, RoadHeight(ride, ride.at),
+        frontSag + 26 * pressed - 4.9 * ride.acceleration, front);
+    moment.rearStroke = MoveSuspension(ride.rear, RoadHeight(ride, ride.at - wheelbase) * rearLeverage,
+        rearSag + 13 * pressed + 1.3 * ride.acceleration, rear);
+}
+
+void DrawNoise(Random& random, Moment& moment) {
+    for (int k = 0; k < 8; k += 4) {
+        const uint64_t bits = NextRandom(random);
+        for (int lane = 0; lane < 4; lane++) moment.noise[k + lane] = SignedUnit(static_cast<uint16_t>(bits >> (16 * lane)));
+    }
 }
 
 // Rides the stretch that is not logged and sets the length of the log.
@@ -217,36 +217,16 @@ Ride StartRide(const SampleLogOptions& options) {
 bool NextSample(Ride& ride, BikeSample& sample) {
     if (ride.samplesLeft <= 0) return false;
     ride.samplesLeft--;
-    const uint64_t noiseA = NextRandom(ride.random), noiseB = NextRandom(ride.random);
-    double noise[8];
-    for (int k = 0; k < 4; k++) {
-        noise[k] = SignedUnit(static_cast<uint16_t>(noiseA >> (16 * k)));
-        noise[k + 4] = SignedUnit(static_cast<uint16_t>(noiseB >> (16 * k)));
-    }
-
+    Moment moment{};
+    DrawNoise(ride.random, moment);
     const double drive = ride.gear == 0 ? 0 : DriveAcceleration(ride.gear, ride.rpm);
-    MoveHands(ride, drive, Drag(ride.speed));
-    MoveBike(ride, drive, Drag(ride.speed), noise[0]);
-
-    const double sideways = ride.speed * ride.speed * std::fabs(AtNode(ride.circuit.curvature, ride.at));
-    const double lean = std::min(1.0, sideways / gripLimit);
-    const double pull = ride.cut > 0 ? 0 : drive * ride.throttle;
-    if (lean > 0.35 && ride.throttle > 0.45 && pull > 4 && (noiseB >> 20 & 511) == 0) ride.spin = 0.05;
-    ride.spin *= 0.965;
-    // Leaning rolls a wheel on a smaller circumference; drive and brakes add their slip.
-    const double rearSpeed = ride.speed * (1 + 0.028 * lean + 0.0035 * pull + ride.spin - ride.brake * (0.022 + 0.012 * noise[1]));
-    const double frontSpeed = ride.speed * (1 + 0.022 * lean - 0.009 * ride.brake);
-    ChangeGears(ride, rearSpeed);
-    TurnEngine(ride, rearSpeed, noise[2]);
-
-    const double cornering = std::sqrt(1 + sideways * sideways / (gravity * gravity)) - 1;
-    const double front = MoveSuspension(ride.front, RoadHeight(ride, ride.at),
-        frontSag + 26 * cornering - 4.9 * ride.acceleration, 2.9, 0.45, 126);
-    const double rear = MoveSuspension(ride.rear, RoadHeight(ride, ride.at - 1.4) * 0.5,
-        rearSag + 13 * cornering + 1.3 * ride.acceleration, 2.6, 0.45, 66);
-
-    ReadSlowSensors(ride, noise);
-    ReadFastSensors(ride, frontSpeed, rearSpeed, front, rear, noise);
+    MoveHands(ride, drive);
+    MoveBike(ride, drive, moment);
+    TurnWheels(ride, moment);
+    ChangeGears(ride, moment.rearSpeed);
+    TurnEngine(ride, moment.rearSpeed, moment.noise[2]);
+    MoveSuspensions(ride, moment);
+    ReadSensors(ride, moment);
     sample = ride.shown;
     ride.tick++;
     return true;

@@ -24,7 +24,7 @@ struct Ride {
     int     marksPerLap;
     bool    lowBattery;
 
-    std::vector<double> pace;  // m/s for each node, of the lap under way
+    std::vector<double> pace;    // m/s for each node, of the lap under way
     int    tick;               // samples ridden
     int    lap;                // 0 the lap out, then 1, 2, ...
     double at;                 // m after the start line
@@ -41,6 +41,18 @@ struct Ride {
     double mixture, water, volts, hand;  // air/fuel, degrees, V, slow unrest of the throttle hand
     BikeSample shown;                    // what the sensors gave last; not all of them are as fast as the log
 };
+
+// What one sample brings.
+struct Moment {
+    double noise[8];                 // -1 to 1
+    double pull;                     // m/s2 that the engine gives
+    double sideways;                 // m/s2 in a bend
+    double frontSpeed, rearSpeed;    // m/s of the tyres' treads
+    double frontStroke, rearStroke;  // mm
+};
+
+constexpr int cutTicks  = 12;  // samples of an upshift
+constexpr int blipTicks = 26;  // and of a downshift
 
 Ride StartRide(const SampleLogOptions& options);
 // The next sample, or false when the log is over.
