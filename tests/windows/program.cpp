@@ -71,24 +71,49 @@ int ColorCount(const Picture& picture) {
 
 // --- the program -------------------------------------------------------------------------------------------------------
 
-// Beside the tests' own executable.
-static std::wstring BuiltProgram() {
+static std::wstring BesideTheTests(const std::string& name) {
     std::wstring path(32768, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return path.substr(0, path.find_last_of(L"\\/") + 1) + L"ZRKA.exe";
+    return path.substr(0, path.find_last_of(L"\\/") + 1) + Wide(name);
 }
 
-Program::Program() {
-    EXPECT_TRUE(CopyFileW(BuiltProgram().c_str(), Wide(home.Path("ZRKA.exe")).c_str(), FALSE)) << "ZRKA.exe is not built";
+static bool StartProcess(const std::wstring& program, const std::vector<std::string>& arguments, PROCESS_INFORMATION& process) {
+    std::wstring command = L"\"" + program + L"\"";
+    for (const std::string& argument : arguments) command += L" \"" + Wide(argument) + L"\"";
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    return CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process);
 }
 
-Program::~Program() {
+static int WaitForExit(const PROCESS_INFORMATION& process) {
+    if (WaitForSingleObject(process.hProcess, 30000) != WAIT_OBJECT_0) return -1;
+    DWORD code = 0;
+    GetExitCodeProcess(process.hProcess, &code);
+    return static_cast<int>(code);
+}
+
+static void End(PROCESS_INFORMATION& process) {
     if (!process.hProcess) return;
     TerminateProcess(process.hProcess, 99);
     WaitForSingleObject(process.hProcess, INFINITE);
     CloseHandle(process.hProcess);
     CloseHandle(process.hThread);
+    process = {};
 }
+
+int RunTool(const std::string& name, const std::vector<std::string>& arguments) {
+    PROCESS_INFORMATION process = {};
+    if (!StartProcess(BesideTheTests(name), arguments, process)) return -1;
+    const int code = WaitForExit(process);
+    End(process);
+    return code;
+}
+
+Program::Program() {
+    EXPECT_TRUE(CopyFileW(BesideTheTests("ZRKA.exe").c_str(), Wide(home.Path("ZRKA.exe")).c_str(), FALSE)) << "ZRKA.exe is not built";
+}
+
+Program::~Program() { End(process); }
 
 std::string Program::WriteLog(const std::string& name, const SampleLogOptions& options) const {
     const std::vector<uint8_t> bytes = MakeSampleLog(options);
@@ -123,11 +148,12 @@ static bool IsDialog(HWND window) {
 }
 
 bool Program::Start(const std::vector<std::string>& arguments) {
-    std::wstring command = L"\"" + Wide(home.Path("ZRKA.exe")) + L"\"";
-    for (const std::string& argument : arguments) command += L" \"" + Wide(argument) + L"\"";
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) return false;
+    End(process);  // of an earlier start
+    if (!StartProcess(Wide(home.Path("ZRKA.exe")), arguments, process)) return false;
+    return FindWindows();
+}
+
+bool Program::FindWindows() {
     // The tool bar is shown last.
     const auto titled = [](const char* begin) {
         return [=](HWND window) { return WindowText(window).starts_with(begin); };
@@ -139,12 +165,7 @@ bool Program::Start(const std::vector<std::string>& arguments) {
     });
 }
 
-int Program::ExitCode() {
-    if (WaitForSingleObject(process.hProcess, 30000) != WAIT_OBJECT_0) return -1;
-    DWORD code = 0;
-    GetExitCodeProcess(process.hProcess, &code);
-    return static_cast<int>(code);
-}
+int Program::ExitCode() { return WaitForExit(process); }
 
 int Program::Close() {
     PostMessageW(main, WM_SYSCOMMAND, SC_CLOSE, 0);

@@ -40,8 +40,10 @@ struct Program {
 
     // Writes a believable log into the folder; returns its path.
     std::string WriteLog(const std::string& name, const SampleLogOptions& options = {}) const;
-    // Runs it, and waits until both windows stand. False when they do not come.
+    // Runs it, and waits until both windows stand. False when they do not come. Once it has ended it can start again.
     bool Start(const std::vector<std::string>& arguments = {});
+    // Waits for both windows; part of Start, and needed again when the program makes them anew.
+    bool FindWindows();
     // Waits for the end; the exit code, or -1 when it does not end.
     int ExitCode();
     // Closes the main window as its system menu does, and waits for the end.
@@ -62,6 +64,9 @@ struct Program {
     // The system's file dialog: types the path and presses OK.
     bool AnswerFileDialog(const std::string& title, const std::string& path) const;
 };
+
+// Runs one of the executables beside the tests to its end; the exit code, or -1 when it does not end.
+int RunTool(const std::string& name, const std::vector<std::string>& arguments);
 
 // Controls of a dialog, by id.
 std::string WindowText(HWND window);

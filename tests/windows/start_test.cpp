@@ -69,6 +69,17 @@ TEST(ProgramStart, ALogNamedOnTheCommandLineStandsOnTheScreen) {
     EXPECT_EQ(program.Close(), 0);
 }
 
+TEST(ProgramStart, TheWindowShowsPixelForPixelWhatTheCommandLineRenders) {
+    Program program;
+    const std::string log = program.WriteLog("a.zrk", ShortLog()), bmp = program.home.Path("a.bmp");
+    ASSERT_EQ(RunTool("zrka_cli.exe", {"--home", program.home.Path(), "render", "--size", "1024x768", bmp, log}), 0);
+    SetCursorPos(0, 0);  // where the rendering has its mouse, too
+    ASSERT_TRUE(program.Start({log}));
+    SetWindowPos(program.toolbar, nullptr, 1500, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_ASYNCWINDOWPOS);
+    EXPECT_EQ(program.RestingPicture().DifferentPixels(ReadBmp(bmp)), 0);
+    EXPECT_EQ(program.Close(), 0);
+}
+
 TEST(ProgramStart, ALogThatCannotBeReadIsToldAndTheProgramGoesOn) {
     Program program;
     const std::string log = program.home.Write("short.zrk", "3 is not enough");
@@ -79,9 +90,6 @@ TEST(ProgramStart, ALogThatCannotBeReadIsToldAndTheProgramGoesOn) {
         EXPECT_TRUE(program.AnswerBox("File Error", "Load file error " + path));
         EXPECT_GT(ColorCount(program.RestingPicture()), 10);
         EXPECT_EQ(program.Close(), 0);
-        CloseHandle(program.process.hProcess);
-        CloseHandle(program.process.hThread);
-        program.process = {};
     }
 }
 
@@ -113,8 +121,6 @@ TEST(ProgramWindow, MaximisedAtTheEndIsMaximisedAtTheNextStart) {
     EXPECT_EQ(program.Close(), 0);
     EXPECT_EQ(IniValue(program.home.Path("ZRKA.ini"), "Window", "zoomed"), "1");
     EXPECT_EQ(IniValue(program.home.Path("ZRKA.ini"), "Window", "x2"), "1024");
-    CloseHandle(program.process.hProcess);
-    CloseHandle(program.process.hThread);
     ASSERT_TRUE(program.Start());
     EXPECT_TRUE(WaitFor([&] { return IsZoomed(program.main); }));
     EXPECT_EQ(program.Close(), 0);
@@ -181,6 +187,19 @@ TEST(ProgramSystem, AChangedDisplayPullsTheToolBarOntoTheMonitor) {
     }));
     EXPECT_EQ(program.RestingPicture().DifferentPixels(before, freeFrom), 0);
     EXPECT_EQ(program.Close(), 0);
+}
+
+TEST(ProgramSystem, AFailedMessagePumpMakesTheWindowsAnewAndKeepsTheLog) {
+    Program program;
+    ASSERT_TRUE(program.Start({program.WriteLog("a.zrk", ShortLog())}));
+    const Picture before = program.RestingPicture();
+    const HWND lost = program.main;
+    PostThreadMessageW(program.process.dwThreadId, WM_QUIT, 0, 0);
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(lost); }));
+    ASSERT_TRUE(program.FindWindows());
+    EXPECT_EQ(program.RestingPicture().DifferentPixels(before, freeFrom), 0);
+    EXPECT_EQ(program.Close(), 0);
+    EXPECT_EQ(IniValue(program.home.Path("ZRKA.ini"), "Window", "x2"), "1024");
 }
 
 TEST(ProgramEnd, ClosingTheToolBarEndsItAsClosingTheWindowDoes) {
