@@ -22,13 +22,6 @@ SampleLogOptions Seconds(int seconds, int skip = 0) {
     return options;
 }
 
-std::vector<BikeSample> Simulate(const SampleLogOptions& options) {
-    std::vector<BikeSample> samples;
-    Ride ride = StartRide(options);
-    for (BikeSample sample; NextSample(ride, sample);) samples.push_back(sample);
-    return samples;
-}
-
 std::vector<std::string> Split(const std::string& text, char separator) {
     std::vector<std::string> parts;
     for (size_t at = 0; at < text.size();) {
@@ -192,7 +185,7 @@ TEST(SampleSecondaryLog, ReadsBackWithinOneRawStepAtItsOwnIntervals) {
     EXPECT_EQ(Number(bytes, 7), 10);
     EXPECT_EQ(Number(bytes, 19), 1000);
     const SecondaryLog log = Decode(bytes);
-    ExpectReadings(bytes, log, Simulate(Seconds(60)));
+    ExpectReadings(bytes, log, SimulateRide(Seconds(60)));
     EXPECT_LE(log.bytesLeft, 4u);
 }
 
@@ -202,7 +195,7 @@ TEST(SampleSecondaryLog, ReadsBackWithinOneRawStepAtOneInterval) {
         options.intervalMs = interval;
         const std::vector<uint8_t> bytes = MakeSecondaryLog(options);
         EXPECT_EQ(Number(bytes, 27), interval);
-        ExpectReadings(bytes, Decode(bytes), Simulate(options));
+        ExpectReadings(bytes, Decode(bytes), SimulateRide(options));
     }
 }
 
@@ -210,7 +203,7 @@ TEST(SampleSecondaryLog, MarksStandAtTheSamplesWhereTheyFell) {
     SampleLogOptions options;
     options.laps = 2;
     options.marksPerLap = 3;
-    const std::vector<BikeSample> samples = Simulate(options);
+    const std::vector<BikeSample> samples = SimulateRide(options);
     std::vector<int> marks;
     for (size_t k = 1; k < samples.size(); k++)
         if (samples[k].mark && !samples[k - 1].mark) marks.push_back(static_cast<int>(k) + 1);
@@ -254,7 +247,7 @@ TEST(SampleCsvLog, LinesHoldTheSimulationAtEveryStep) {
         SCOPED_TRACE(step);
         SampleLogOptions options = Seconds(20, 10);
         options.stepMs = step;
-        const std::vector<BikeSample> samples = Simulate(options);
+        const std::vector<BikeSample> samples = SimulateRide(options);
         const std::vector<std::string> lines = Lines(options);
         ASSERT_EQ(lines.size(), 1u + 20000 / step);
         for (size_t k = 1; k < lines.size(); k++) {

@@ -27,13 +27,6 @@ struct SampleLog : testing::Test {
     }
 };
 
-std::vector<BikeSample> Simulate(const SampleLogOptions& options) {
-    std::vector<BikeSample> samples;
-    Ride ride = StartRide(options);
-    for (BikeSample sample; NextSample(ride, sample);) samples.push_back(sample);
-    return samples;
-}
-
 void Read(std::vector<uint8_t> log) {
     const int length = static_cast<int>(log.size());
     log.resize(log.size() + 1024);
@@ -93,7 +86,7 @@ TEST_F(SampleLog, BytesAreTheSameOnEveryCompiler) {
 TEST_F(SampleLog, EveryVersionReadsBackWithinOneRawStep) {
     for (int version : everyVersion) {
         SCOPED_TRACE(version);
-        const std::vector<BikeSample> samples = Simulate(Seconds(60, version));
+        const std::vector<BikeSample> samples = SimulateRide(Seconds(60, version));
         Read(MakeSampleLog(Seconds(60, version)));
         ASSERT_EQ(sampleCount[0], static_cast<int>(samples.size()) + 1);
         EXPECT_EQ(formatVersion[0], version);
@@ -118,14 +111,14 @@ TEST_F(SampleLog, LinearSensorsReadBackWithinOneRawStep) {
         options.linearSuspension = true;
         Read(MakeSampleLog(options));
         EXPECT_EQ(fsusType[0], 1);
-        ExpectChannels(Simulate(options), version, 13000, 7500);
+        ExpectChannels(SimulateRide(options), version, 13000, 7500);
     }
 }
 
 TEST_F(SampleLog, VoltInputsLogTheVoltsOfTheSameSensors) {
     SampleLogOptions options = Seconds(30);
     options.voltInputs = true;
-    const std::vector<BikeSample> samples = Simulate(options);
+    const std::vector<BikeSample> samples = SimulateRide(options);
     Read(MakeSampleLog(options));
     EXPECT_EQ(analog[0][2].type, 1);
     for (size_t k = 0; k < samples.size(); k++) ASSERT_NEAR(AUX1[0][k + 1], (samples[k].aux1 + 250) / 5, 1) << k;
@@ -139,7 +132,7 @@ TEST_F(SampleLog, EngineSpeedReadsBackWithEveryDivider) {
             options.neDivider = divider;
             Read(MakeSampleLog(options));
             EXPECT_EQ(neDivider[0], divider);
-            EXPECT_LE(Furthest(Simulate(options), Ne[0], &BikeSample::ne), divider == 0 ? 1 : 0);
+            EXPECT_LE(Furthest(SimulateRide(options), Ne[0], &BikeSample::ne), divider == 0 ? 1 : 0);
         }
 }
 
@@ -208,16 +201,16 @@ TEST_F(SampleLog, LengthIsAsAskedOrAsLongAsTheLapsTake) {
     EXPECT_EQ(MakeSampleLog(options).size(), 512u + 90 * 200 * 16);
     options.seconds = 0;
     options.laps = 1;
-    EXPECT_NEAR(static_cast<double>(Simulate(options).size()), (131 + 95 + 8) * 200, 5 * 200);
+    EXPECT_NEAR(static_cast<double>(SimulateRide(options).size()), (131 + 95 + 8) * 200, 5 * 200);
     options.laps = 0;
     EXPECT_EQ(MakeSampleLog(options).size(), 512u);
 }
 
 TEST_F(SampleLog, SkippedStretchIsTheBeginningOfTheSameRide) {
-    const std::vector<BikeSample> whole = Simulate(Seconds(30));
+    const std::vector<BikeSample> whole = SimulateRide(Seconds(30));
     SampleLogOptions options = Seconds(10);
     options.skipSeconds = 20;
-    const std::vector<BikeSample> end = Simulate(options);
+    const std::vector<BikeSample> end = SimulateRide(options);
     ASSERT_EQ(end.size(), 2000u);
     for (size_t k = 0; k < end.size(); k++) {
         ASSERT_EQ(end[k].ne, whole[4000 + k].ne) << k;
@@ -353,7 +346,7 @@ TEST_F(SampleLog, GearsFollowFromTheGearingOfTheHeader) {
 
 TEST_F(SampleLog, ChannelsStayInTheRangesOfAMotorcycle) {
     int topSpeed = 0, topThrottle = 0, topEngine = 0, flags = 0;
-    for (const BikeSample& s : Simulate(Seconds(240))) {
+    for (const BikeSample& s : SimulateRide(Seconds(240))) {
         ASSERT_TRUE(s.laf1 >= 1240 && s.laf1 <= 1480) << s.laf1;
         ASSERT_TRUE(s.vb >= 1180 && s.vb <= 1420) << s.vb;
         ASSERT_TRUE(s.ne >= 1300 && s.ne <= 14700) << s.ne;
@@ -371,7 +364,7 @@ TEST_F(SampleLog, ChannelsStayInTheRangesOfAMotorcycle) {
 
 TEST_F(SampleLog, BrakesDiveTheForkAndThrottleSquatsTheShock) {
     int64_t dive[3] = {}, squat[3] = {}, count[3] = {};  // rolling, braking, driving
-    for (const BikeSample& s : Simulate(Seconds(240))) {
+    for (const BikeSample& s : SimulateRide(Seconds(240))) {
         if (s.vfw < 800) continue;
         const int state = s.aux1 > 500 ? 1 : s.th > 900 ? 2 : 0;
         dive[state] += s.fsus;

@@ -129,11 +129,6 @@ RawSample ToRaw(const SampleLogOptions& options, const BikeSample& s) {
 
 // ---- header ----
 
-void Put16(std::vector<uint8_t>& bytes, int at, int value) {
-    bytes[at] = static_cast<uint8_t>(value >> 8);
-    bytes[at + 1] = static_cast<uint8_t>(value);
-}
-
 void PutZero(std::vector<uint8_t>& bytes, int highAt, int lowAt, int zero) {
     bytes[highAt] = static_cast<uint8_t>(zero >> 2);
     bytes[lowAt] = static_cast<uint8_t>(zero << 6);

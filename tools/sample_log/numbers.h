@@ -1,7 +1,8 @@
-// numbers.h -- rounding and printing of whole numbers, alike everywhere.
+// numbers.h -- rounding, printing and storing of whole numbers, alike everywhere.
 #pragma once
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // The quotient rounded to the nearest whole number, halves upward; the divisor is above 0.
 constexpr int64_t Nearest(int64_t dividend, int64_t divisor) {
@@ -20,4 +21,10 @@ inline void AppendDecimal(std::string& text, int64_t value, int decimals) {
     }
     if (value < 0) *--p = '-';
     text.append(p, digits + sizeof digits);
+}
+
+// Stores two bytes, the high one first.
+inline void Put16(std::vector<uint8_t>& bytes, int at, int value) {
+    bytes[at] = static_cast<uint8_t>(value >> 8);
+    bytes[at + 1] = static_cast<uint8_t>(value);
 }

@@ -46,7 +46,8 @@ double WantedSpeed(const Ride& ride, double ahead) {
     if (ride.tick < pitTicks) return 0;
     double wanted = AtNode(ride.pace, ride.at + ahead);
     if (ride.lap == 0 && ride.at < pitEnd) wanted = std::min(wanted, pitSpeed);
-    if (ride.timedLaps != 0 && ride.lap > ride.timedLaps) wanted = std::min(wanted, 22.0);
+    const bool ridingIn = ride.timedLaps != 0 && ride.lap > ride.timedLaps;
+    if (ridingIn) wanted = std::min(wanted, std::max(22.0, ride.speed - 0.5));
     return wanted;
 }
 
@@ -230,4 +231,11 @@ bool NextSample(Ride& ride, BikeSample& sample) {
     sample = ride.shown;
     ride.tick++;
     return true;
+}
+
+std::vector<BikeSample> SimulateRide(const SampleLogOptions& options) {
+    std::vector<BikeSample> samples;
+    Ride ride = StartRide(options);
+    for (BikeSample sample; NextSample(ride, sample);) samples.push_back(sample);
+    return samples;
 }

@@ -57,3 +57,5 @@ constexpr int blipTicks = 26;  // and of a downshift
 Ride StartRide(const SampleLogOptions& options);
 // The next sample, or false when the log is over.
 bool NextSample(Ride& ride, BikeSample& sample);
+// All samples of a log, for comparison with what a reader makes of it. Sample k is the reader's sample k + 1.
+std::vector<BikeSample> SimulateRide(const SampleLogOptions& options);

@@ -76,11 +76,6 @@ void PutChange(BitStream& stream, int change, int value) {
     PutBits(stream, 0x7FFFu << 16 | static_cast<uint32_t>(value), 31);
 }
 
-void Put16(std::vector<uint8_t>& bytes, int at, int value) {
-    bytes[at] = static_cast<uint8_t>(value >> 8);
-    bytes[at + 1] = static_cast<uint8_t>(value);
-}
-
 int IntervalMs(const SampleLogOptions& options, const Channel& channel) {
     return options.intervalMs > 0 ? std::clamp(options.intervalMs / 5 * 5, 5, 60000) : channel.intervalMs;
 }
