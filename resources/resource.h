@@ -49,3 +49,15 @@
 #define buttonAnime      1115
 #define buttonPlay       1116
 #define buttonAfMap      1117
+
+// 1022, Graph Setting: 2400 to 2499.
+#define editGridMin              2400
+#define editGridMax              2401
+#define editGridStep             2402
+#define checkGridDisplay         2403
+#define checkOnlyFile1           2404
+#define groupOnlyFile1           2405
+#define buttonGraphSettingClose  2406
+#define firstColorRadio          2410  // then ten numbers a column, of which nine are used
+#define firstColorSample         2450
+#define colorColumnIds           10

@@ -75,9 +75,9 @@ void LeaveGridField(int channel, GridField field, const char* typed) {
 
 static int* const columnColors[colorColumns] = {colorCurrent, Color_Red, Color_White, colorStored[1]};
 
-int ChosenColor(int channel, ColorColumn column) { return columnColors[static_cast<int>(column)][channel]; }
+int ColorChoice(int channel, ColorColumn column) { return columnColors[static_cast<int>(column)][channel]; }
 
-void ChooseColor(int channel, ColorColumn column, int index) { columnColors[static_cast<int>(column)][channel] = index; }
+void SetColorChoice(int channel, ColorColumn column, int index) { columnColors[static_cast<int>(column)][channel] = index; }
 
 static constexpr SampleColor samples[2][colorChoices] = {
     {{0, 255, 0}, {0, 255, 192}, {255, 0, 0}, {255, 0, 192}, {192, 168, 0}, {192, 255, 0}, {0, 150, 0}, {140, 140, 140}, {255, 255, 255}},

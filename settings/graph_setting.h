@@ -20,8 +20,8 @@ enum class ColorColumn { file1, file2, file3, onlyFile1 };
 constexpr int colorColumns = 4;
 constexpr int colorChoices = 9;
 // Colour index of a column's radio that is on, as it is stored; outside 0..8 none is.
-int  ChosenColor(int channel, ColorColumn column);
-void ChooseColor(int channel, ColorColumn column, int index);
+int ColorChoice(int channel, ColorColumn column);
+void SetColorChoice(int channel, ColorColumn column, int index);
 
 // The samples beside the radios and what they stand on. Kept: a table of the dialog's own, which differs from the plot's
 // palette in rows 7 and 8 of the light scheme.

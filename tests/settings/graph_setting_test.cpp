@@ -193,23 +193,23 @@ TEST_F(GraphSettingDialog, EachColumnsRadiosTakeEffectAtOnceInTheirTable) {
         for (int channel = 0; channel < layoutChannels; channel++)
             for (int index = 0; index < colorChoices; index++) {
                 DefaultSettings();
-                ChooseColor(channel, column.column, index);
+                SetColorChoice(channel, column.column, index);
                 EXPECT_EQ(column.table[channel], index);
                 for (const auto& other : columns) {
                     const int standard = other.column == ColorColumn::file1 ? colorStored[0][channel] : other.table[channel];
-                    EXPECT_EQ(ChosenColor(channel, other.column), &other == &column ? index : standard);
+                    EXPECT_EQ(ColorChoice(channel, other.column), &other == &column ? index : standard);
                 }
             }
 }
 
 TEST_F(GraphSettingDialog, CloseKeepsTheColourOfFile1AndTheWindowsButtonUndoesIt) {
-    ChooseColor(chTH, ColorColumn::file1, 6);
+    SetColorChoice(chTH, ColorColumn::file1, 6);
     CloseGraphSetting(chTH, GraphSettingEnd::window);
-    EXPECT_EQ(ChosenColor(chTH, ColorColumn::file1), 0);
+    EXPECT_EQ(ColorChoice(chTH, ColorColumn::file1), 0);
     EXPECT_EQ(channelColor[chTH][0], PaletteColor(0));
-    ChooseColor(chTH, ColorColumn::file1, 6);
+    SetColorChoice(chTH, ColorColumn::file1, 6);
     CloseGraphSetting(chTH, GraphSettingEnd::button);
-    EXPECT_EQ(ChosenColor(chTH, ColorColumn::file1), 6);
+    EXPECT_EQ(ColorChoice(chTH, ColorColumn::file1), 6);
     EXPECT_EQ(colorStored[0][chTH], 6);
     EXPECT_EQ(channelColor[chTH][0], PaletteColor(6));
 }
@@ -217,9 +217,9 @@ TEST_F(GraphSettingDialog, CloseKeepsTheColourOfFile1AndTheWindowsButtonUndoesIt
 TEST_F(GraphSettingDialog, BothWaysOfClosingKeepTheColoursOfTheOtherColumns) {
     for (GraphSettingEnd end : {GraphSettingEnd::button, GraphSettingEnd::window}) {
         LoadDefaults();
-        ChooseColor(chTH, ColorColumn::file2, 5);
-        ChooseColor(chTH, ColorColumn::file3, 6);
-        ChooseColor(chTH, ColorColumn::onlyFile1, 7);
+        SetColorChoice(chTH, ColorColumn::file2, 5);
+        SetColorChoice(chTH, ColorColumn::file3, 6);
+        SetColorChoice(chTH, ColorColumn::onlyFile1, 7);
         CloseGraphSetting(chTH, end);
         EXPECT_EQ(Color_Red[chTH], 5);
         EXPECT_EQ(Color_White[chTH], 6);
@@ -234,7 +234,7 @@ TEST_F(GraphSettingDialog, CloseStoresTheColourThatALoneLogWearsAsTheNormalOne) 
     ExclusiveF1Color = 1;
     colorStored[1][chTH] = 4;
     ApplyColorSet(0);
-    EXPECT_EQ(ChosenColor(chTH, ColorColumn::file1), 4);
+    EXPECT_EQ(ColorChoice(chTH, ColorColumn::file1), 4);
     CloseGraphSetting(chTH, GraphSettingEnd::button);
     EXPECT_EQ(colorStored[0][chTH], 4);
 }
