@@ -1,11 +1,17 @@
 #include "app/frame_steps.h"
 
+#include "analysis/lap_marks.h"
 #include "app/course_popup.h"
 #include "app/debug_line.h"
 #include "app/frame_loop.h"
 #include "app/keyboard_overlay.h"
 #include "draw/draw_layer.h"
 #include "graph/channel_plot.h"
+#include "graph/lap_list.h"
+#include "graph/rest_panels.h"
+#include "graph/ruler.h"
+#include "graph/scroll_bar.h"
+#include "graph/value_readout.h"
 #include "graph/view_state.h"
 #include "run_data/run_store.h"
 #include "settings/settings.h"
@@ -13,6 +19,7 @@
 FrameModes ModeAtHand() { return graphPositionOn ? graphPosition : afMapOn ? afMap : normalGraphs; }
 
 static bool OverlayOn() { return shortcutOverlayOn != 0; }
+static bool ScrollBarOn() { return scrollBarOn != 0; }
 static bool DebugOn() { return Debug != 0; }
 
 static void GridBlend() { SetBlend(blendNone, zoomDragOn ? 64 : 255); }
@@ -28,6 +35,7 @@ static void DrawGridLabels() {
     DrawImageRotated(x, static_cast<float>(-scrollY), 0, 0, labelStrip, 0, viewZoom, 0.0);
 }
 
+static void DrawMarks() { DrawExtremeMarks(MarkEvent::frame); }
 static void DrawDebug() { DrawDebugLine(PassElapsedMs(), LastPassMs()); }
 
 static const FrameStep steps[] = {
@@ -35,9 +43,16 @@ static const FrameStep steps[] = {
     {allModes, nullptr, LabelBlend, DrawGridLabels},
     {allModes, OverlayOn, nullptr, DrawKeyboardOverlay},
     {normalGraphs | graphPosition, nullptr, PlotBlend, DrawChannelPlot},
+    {normalGraphs, nullptr, nullptr, DrawMarks},
     {normalGraphs, nullptr, nullptr, DrawLapLines},
     {normalGraphs | graphPosition, nullptr, nullptr, DrawCursorLine},
+    {normalGraphs, nullptr, nullptr, DrawRuler},
+    {normalGraphs, nullptr, nullptr, DrawValueReadout},
+    {normalGraphs, nullptr, nullptr, DrawLapList},
+    {normalGraphs, ScrollBarOn, nullptr, DrawScrollBar},
     {normalGraphs, nullptr, nullptr, DrawCoursePopup},
+    {normalGraphs, nullptr, nullptr, DrawSummaryPanel},
+    {normalGraphs, nullptr, nullptr, DrawMemoPanel},
     {allModes, DebugOn, nullptr, DrawDebug},
 };
 const std::span<const FrameStep> frameSteps = steps;

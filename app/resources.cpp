@@ -5,6 +5,7 @@
 #include "graph/color_scheme.h"
 #include "graph/drawables.h"
 #include "graph/grid.h"
+#include "graph/rest_panels.h"
 #include "graph/view_state.h"
 #include "platform/boxes.h"
 #include "platform/files.h"
@@ -99,6 +100,7 @@ void RebuildResources() {
     SetSmoothScaling(1);
     BuildColors();
     BuildColorRamp();
+    DrawSummaryImage();
     BuildGrid();
     meterRedraw = 1;
     activityCount = 150;

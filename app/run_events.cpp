@@ -7,6 +7,7 @@
 #include "draw/draw_layer.h"
 #include "graph/color_scheme.h"
 #include "graph/grid.h"
+#include "graph/rest_panels.h"
 #include "graph/view_state.h"
 #include "run_data/run_store.h"
 #include "settings/layout_events.h"
@@ -39,7 +40,10 @@ static void LeaveAfMap() {
     keepOn = 0;
 }
 
-void AfterRead(int) { BuildGrid(); }
+void AfterRead(int) {
+    BuildGrid();
+    DrawSummaryImage();
+}
 
 void AfterLoad(int slot, LoadResult result) {
     if (result == LoadResult::loaded) {
@@ -52,10 +56,14 @@ void AfterLoad(int slot, LoadResult result) {
     ApplyColorSet(0);
 }
 
-void AfterReset(int) { afFade = 128; }
+void AfterReset(int) {
+    DrawSummaryImage();
+    afFade = 128;
+}
 
 void AfterUnload() {
     ApplyColorSet(0);
+    DrawSummaryImage();
     afFade = 128;
 }
 

@@ -10,6 +10,8 @@
 #include "app/toolbar.h"
 #include "draw/draw_layer.h"
 #include "graph/color_scheme.h"
+#include "graph/rest_panels.h"
+#include "graph/value_readout.h"
 #include "graph/view_state.h"
 #include "platform/boxes.h"
 #include "platform/files.h"
@@ -34,6 +36,8 @@ void LoadDefaults() {
     DefaultSettingsFile();
     DefaultViewState();
     DefaultColorScheme();
+    DefaultValueReadout();
+    DefaultRestPanels();
     DefaultCourse();
     DefaultLapOrder();
     DefaultLapMarks();
