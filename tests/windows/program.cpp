@@ -109,8 +109,9 @@ int RunTool(const std::string& name, const std::vector<std::string>& arguments) 
     return code;
 }
 
-Program::Program() {
-    EXPECT_TRUE(CopyFileW(BesideTheTests("ZRKA.exe").c_str(), Wide(home.Path("ZRKA.exe")).c_str(), FALSE)) << "ZRKA.exe is not built";
+Program::Program(const char* executable) {
+    EXPECT_TRUE(CopyFileW(BesideTheTests(executable).c_str(), Wide(home.Path("ZRKA.exe")).c_str(), FALSE))
+        << executable << " is not built";
 }
 
 Program::~Program() { End(process); }

@@ -34,7 +34,8 @@ struct Program {
     PROCESS_INFORMATION process = {};
     HWND main = nullptr, toolbar = nullptr;
 
-    Program();   // a copy of the program in a folder with nothing else
+    // A copy of the program, or of the dialog stand ("dialog_stand.exe"), in a folder with nothing else.
+    explicit Program(const char* executable = "ZRKA.exe");
     ~Program();  // ends what still runs
     Program(const Program&) = delete;
 
