@@ -66,7 +66,6 @@ static void DescribeWindow() {
 }
 
 static void ShowWindow() {
-    ApplyWindowStyle();
     if (zoomed) {
         ShowMainWindow(3);
         ShowMainWindow(2);

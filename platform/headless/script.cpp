@@ -45,6 +45,7 @@ void ScriptScreenSize(int width, int height) {
     script.screenHeight = height;
 }
 void ScriptPumpFailure() { script.pumpFails = true; }
+void ScriptNoWindow() { script.openFails = true; }
 
 void UseVirtualClock(bool on) { script.virtualClock = on; }
 void AdvanceClock(int milliseconds) { script.virtualMs += milliseconds; }

@@ -35,6 +35,7 @@ void ScriptClose();
 void ScriptClientSize(int width, int height);
 void ScriptScreenSize(int width, int height);
 void ScriptPumpFailure();  // the next PumpMessages fails without a close
+void ScriptNoWindow();     // from now on OpenMainWindow fails
 
 // Tool window: a press by the user with the state that a check button has after it; a close by the system.
 void ScriptToolPress(int id, bool checked);

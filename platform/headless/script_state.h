@@ -24,7 +24,7 @@ struct ScriptState {
     bool sizeScripted = false;  // the script's size wins over the one the program opens its window with
     int x = 0, y = 0;
     bool minimised = false, maximised = false;
-    bool open = false;
+    bool open = false, openFails = false;
     bool closeRequested = false, pumpFails = false;
     // Tool window.
     bool toolWindowOpen = false;

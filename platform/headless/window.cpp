@@ -12,6 +12,7 @@ struct FreeMemory {
 static std::unique_ptr<void, FreeMemory> pixelMemory;
 
 int OpenMainWindow(const WindowOptions& options) {
+    if (script.openFails) return -1;
     if (!script.sizeScripted) {
         script.clientWidth  = options.width;
         script.clientHeight = options.height;
