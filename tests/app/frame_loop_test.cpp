@@ -1,0 +1,649 @@
+#include "app/frame_loop.h"
+
+#include "app/frame_steps.h"
+#include "app/toolbar.h"
+#include "draw/surface.h"
+#include "platform/clock.h"
+#include "platform/window.h"
+#include "tests/program_fixture.h"
+
+namespace {
+
+struct FrameLoop : ProgramTest {
+    // Passes that find nothing to do, until drawing stops.
+    void ComeToRest() {
+        viewZoom = 1.0;
+        for (int pass = 0; pass < 400 && activityCount > 0; pass++) LoopPass();
+        ASSERT_EQ(activityCount, 0);
+    }
+    int MsOf(void (*work)()) {
+        const int64_t start = SteadyMs();
+        work();
+        return static_cast<int>(SteadyMs() - start);
+    }
+    std::vector<std::string> FrameLines() { return Recorded(DrawFrame); }
+};
+
+// Names of the operations, each run of equal ones once.
+std::vector<std::string> Outline(const std::vector<std::string>& lines) {
+    std::vector<std::string> names;
+    for (const std::string& line : lines) {
+        const std::string name = line.substr(0, line.find(' '));
+        if (names.empty() || names.back() != name) names.push_back(name);
+    }
+    return names;
+}
+
+// --- start -------------------------------------------------------------------------------------------------------------------
+
+TEST_F(FrameLoop, WithoutALogTheLoopRunsAndDrawsGridAndOverlay) {
+    ASSERT_EQ(StartProgram(nullptr), 0);
+    EXPECT_EQ(sampleCount[0], 1);
+    const std::string frame = RecordedText([] { LoopPass(); });
+    EXPECT_NE(frame.find("DrawImageScaledXY 0 0 0 0 gridStrip 1024 "), std::string::npos);
+    EXPECT_NE(frame.find("\"Keyboard shortcuts\""), std::string::npos);
+    for (int pass = 0; pass < 20; pass++) LoopPass();
+    EXPECT_EQ(frameNumber, 21);
+    EXPECT_TRUE(shown.empty());
+}
+
+TEST_F(FrameLoop, StartsAtMagnification50AndEasesToOne) {
+    ASSERT_EQ(StartProgram(nullptr), 0);
+    EXPECT_EQ(viewZoom, 50.0);
+    LoopPass();
+    EXPECT_DOUBLE_EQ(viewZoom, 50 + (10000 - 500000) * 0.0000125);
+    for (int pass = 0; pass < 100; pass++) LoopPass();
+    EXPECT_LT(viewZoom, 1.001);
+    EXPECT_EQ(scrollY, 0);
+}
+
+TEST_F(FrameLoop, LogOfTheCommandLineOpensIntoFile1) {
+    ASSERT_EQ(StartProgram("no/such/file.zrk"), 0);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "Load file error no/such/file.zrk");
+}
+
+TEST_F(FrameLoop, DeviceThatCannotStartEndsTheProgram) {
+    ScriptNoWindow();
+    EXPECT_EQ(RunProgram(nullptr), -1);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "Graphic Device Error. 0x01 ");
+    EXPECT_EQ(shown[0].title, "Error");
+    EXPECT_EQ(quitFlag, 1);
+}
+
+TEST_F(FrameLoop, WindowPlaceOutsideTheScreensBecomesZeroOnThatAxis) {
+    ScriptScreenSize(1600, 900);
+    windowX = 1601;
+    windowY = 900;
+    ASSERT_EQ(InitWindowAndDevice(), 0);
+    EXPECT_EQ(windowX, 0);
+    EXPECT_EQ(windowY, 900);
+    int x, y;
+    GetWindowPos(&x, &y);
+    EXPECT_EQ(x, 0);
+    EXPECT_EQ(y, 900);
+}
+
+TEST_F(FrameLoop, SettingsGiveTheClientSize) {
+    windowWidth = 800;
+    windowHeight = 500;
+    ASSERT_EQ(InitWindowAndDevice(), 0);
+    EXPECT_EQ(clientWidth, 800);
+    EXPECT_EQ(clientHeight, 500);
+    EXPECT_EQ(halfWidth, 400);
+    EXPECT_EQ(halfHeight, 250);
+}
+
+TEST_F(FrameLoop, ZoomedWindowComesUpMaximised) {
+    zoomed = 1;
+    ASSERT_EQ(InitWindowAndDevice(), 0);
+    EXPECT_TRUE(MainWindowMaximised());
+    zoomed = 0;
+    ShutDownDrawing();
+    ASSERT_EQ(InitWindowAndDevice(), 0);
+    EXPECT_FALSE(MainWindowMaximised());
+}
+
+TEST_F(FrameLoop, SurfaceIsRoundedDownAtTheStartAndUpInTheRebuild) {
+    ScriptScreenSize(1027, 600);
+    const std::vector<std::string> lines = Recorded([] { InitWindowAndDevice(); });
+    const std::vector<std::string> modes = Only(lines, "SetVideoMode");
+    ASSERT_EQ(modes.size(), 2u);
+    EXPECT_EQ(modes[0], "SetVideoMode 32 1024 600 60");
+    EXPECT_EQ(modes[1], "SetVideoMode 32 1032 600 60");
+    EXPECT_EQ(BackBufferSurface().width, 1032);
+}
+
+// --- resources -----------------------------------------------------------------------------------------------------------------
+
+TEST_F(FrameLoop, RebuildMakesEveryImageOfItsSize) {
+    OpenWindow(640, 400);
+    struct Image { const char* name; const int* handle; int width, height; };
+    const Image images[] = {{"courseImage", &courseImage, 512, 512}, {"summaryPanel", &summaryPanel, 256, 128},
+                            {"memoPanel", &memoPanel, 192, 256},     {"coursePopup", &coursePopup, 120, 80},
+                            {"gridStrip", &gridStrip, 8, 400},       {"labelStrip", &labelStrip, 32, 400},
+                            {"susImageA", &susImageA, 256, 128},     {"susImageB", &susImageB, 256, 128}};
+    for (const Image& image : images) {
+        SCOPED_TRACE(image.name);
+        const Surface surface = ImageSurface(*image.handle);
+        EXPECT_EQ(surface.width, image.width);
+        EXPECT_EQ(surface.height, image.height);
+        const int handle = *image.handle;
+        const std::vector<std::string> lines = Recorded([=] { DrawImageRotated(0, 0, 0, 0, handle, 0, 1, 0); });
+        EXPECT_EQ(lines[0], std::string("DrawImageRotated 0 0 0 0 ") + image.name + " 0 1 0");
+    }
+}
+
+TEST_F(FrameLoop, MissingPicturesAreNotReported) {
+    Debug = 1;
+    OpenWindow(640, 400);
+    for (int image : {bodyImage, tireImage, meterImage, needleImage}) EXPECT_EQ(image, noHandle);
+    EXPECT_TRUE(shown.empty());
+}
+
+TEST_F(FrameLoop, AnImageThatCannotBeMadeIsReportedWithDebugOnly) {
+    for (int debug : {0, 1}) {
+        SCOPED_TRACE(debug);
+        shown.clear();
+        Debug = debug;
+        windowWidth = windowHeight = 100;
+        ScriptScreenSize(100, 20000);  // more than an image can be high
+        ASSERT_EQ(InitWindowAndDevice(), 0);
+        EXPECT_EQ(gridStrip, noHandle);
+        EXPECT_EQ(labelStrip, noHandle);
+        EXPECT_NE(susImageB, noHandle) << "the rebuild goes on";
+        ASSERT_EQ(shown.size(), debug ? 2u : 0u);
+        if (debug) {
+            EXPECT_EQ(shown[0].text, "Memory err gh00");
+            EXPECT_EQ(shown[0].title, "ZRKA");
+            EXPECT_EQ(shown[1].text, "Memory err gh01");
+        }
+        FrameLines();  // draws nothing with the missing strips
+        ShutDownDrawing();
+    }
+}
+
+TEST_F(FrameLoop, CourseImageGoesWithoutAlphaWhereThereIsNone) {
+    OpenWindow(640, 400);
+    EXPECT_EQ(courseImageNoAlpha, 0);
+    AllowAlphaImages(false);
+    RebuildResources();
+    AllowAlphaImages(true);
+    EXPECT_EQ(courseImageNoAlpha, 1);
+    EXPECT_NE(courseImage, noHandle);
+}
+
+TEST_F(FrameLoop, FontSizesFollowTheDisplaySetting) {
+    OpenWindow(640, 400);
+    EXPECT_EQ(rowHeight, 15);
+    EXPECT_EQ(fontSize, 11);
+    EXPECT_EQ(lapColumnWidth, 105);
+    EXPECT_EQ(lapListTop, 300);
+    HD_Display = 1;
+    BuildFonts();
+    EXPECT_EQ(rowHeight, 17);
+    EXPECT_EQ(fontSize, 15);
+    EXPECT_EQ(lapColumnWidth, 110);
+    EXPECT_EQ(lapListTop, 340);
+    HD_Display = 2;
+    BuildFonts();
+    EXPECT_EQ(rowHeight, 15);
+}
+
+TEST_F(FrameLoop, RebuildAsksForRedrawingAndFreshFrames) {
+    OpenWindow(640, 400);
+    meterRedraw = activityCount = 0;
+    RebuildResources();
+    EXPECT_EQ(meterRedraw, 1);
+    EXPECT_EQ(activityCount, 150);
+}
+
+TEST_F(FrameLoop, LostDeviceIsRestoredByTheRebuild) {
+    OpenWindow(640, 400);
+    activityCount = 1;
+    LoseSurface();
+    LoopPass();
+    EXPECT_EQ(meterRedraw, 1);
+    EXPECT_GE(activityCount, 149);
+}
+
+// --- the frame table -----------------------------------------------------------------------------------------------------------
+
+TEST_F(FrameLoop, GridAndLabelsComeFirstInEveryMode) {
+    OpenWindow(640, 400);
+    scrollY = 30;
+    viewZoom = 1.5;
+    for (int mode : {0, 1, 2}) {
+        graphPositionOn = mode == 1;
+        afMapOn = mode == 2;
+        const std::vector<std::string> lines = FrameLines();
+        ASSERT_GE(lines.size(), 5u);
+        EXPECT_EQ(lines[1], "SetBlend 0 255");
+        EXPECT_EQ(lines[2], "DrawImageScaledXY 0 -30 0 0 gridStrip 640 1.5");
+        EXPECT_TRUE(Contains(lines, "DrawImageRotated 220 -30 0 0 labelStrip 0 1.5 0"));
+    }
+}
+
+TEST_F(FrameLoop, LabelsAreAddedInTheDarkSchemeAndSubtractedInTheLightOne) {
+    OpenWindow(640, 400);
+    const auto blendOfLabels = [this] {
+        const std::vector<std::string> lines = FrameLines();
+        for (size_t i = 1; i < lines.size(); i++)
+            if (lines[i].rfind("DrawImageRotated", 0) == 0) return lines[i - 1];
+        return std::string();
+    };
+    EXPECT_EQ(blendOfLabels(), "SetBlend 2 255");
+    colortype = 1;
+    EXPECT_EQ(blendOfLabels(), "SetBlend 3 255");
+}
+
+TEST_F(FrameLoop, LabelsMoveRightOfFile3sColumn) {
+    OpenWindow(640, 400);
+    slotInUse[2] = 1;
+    EXPECT_TRUE(Contains(FrameLines(), "DrawImageRotated 325 0 0 0 labelStrip 0 1 0"));
+}
+
+TEST_F(FrameLoop, GridBlendTellsATimeZoomDrag) {
+    OpenWindow(640, 400);
+    zoomDragOn = 1;
+    EXPECT_EQ(FrameLines()[1], "SetBlend 0 64");
+}
+
+TEST_F(FrameLoop, EachModeDrawsItsSteps) {
+    OpenWindow(640, 400);
+    FillSlot(0, 3000);
+    SetMarks(0, {1000});
+    cursorPos[0] = 100000;
+    const auto draws = [this](const char* line) {
+        for (const std::string& drawn : FrameLines())
+            if (drawn.find(line) != std::string::npos) return true;
+        return false;
+    };
+    const char *lapLine = "#00C800", *cursorLine = "#FFFFFF", *trace = "#00FF00";
+    EXPECT_TRUE(draws(lapLine) && draws(cursorLine) && draws(trace));
+    graphPositionOn = afMapOn = 1;  // graph position wins
+    EXPECT_FALSE(draws(lapLine));
+    EXPECT_TRUE(draws(cursorLine) && draws(trace));
+    graphPositionOn = 0;
+    EXPECT_FALSE(draws(lapLine) || draws(cursorLine) || draws(trace));
+}
+
+TEST_F(FrameLoop, NormalGraphsRunFromGridToCursorLine) {
+    OpenWindow(640, 400);
+    FillSlot(0, 3000);
+    cursorPos[0] = 100000;
+    const std::vector<std::string> expected = {
+        "frame",    "SetBlend", "DrawImageScaledXY", "SetBlend", "DrawImageRotated", "SetBlend", "SetBrightness", "DrawLineF",
+        "SetBrightness", "SetBlend", "DrawLineF", "SetBlend", "DrawLineF"};
+    EXPECT_EQ(Outline(FrameLines()), expected);
+}
+
+TEST_F(FrameLoop, PlotsAreAddedOnlyInTheDarkSchemeWithTheBlendSetting) {
+    OpenWindow(640, 400);
+    const auto blendOfPlot = [this] {
+        const std::vector<std::string> lines = FrameLines();
+        for (size_t i = 1; i < lines.size(); i++)
+            if (lines[i].rfind("SetBrightness", 0) == 0) return lines[i - 1];
+        return std::string();
+    };
+    EXPECT_EQ(blendOfPlot(), "SetBlend 0 255");
+    Blend_mode = 1;
+    EXPECT_EQ(blendOfPlot(), "SetBlend 2 255");
+    colortype = 1;
+    EXPECT_EQ(blendOfPlot(), "SetBlend 0 255");
+}
+
+TEST_F(FrameLoop, AFrameLeavesTheRestingState) {
+    OpenWindow(640, 400);
+    Debug = popupWanted = shortcutOverlayOn = 1;
+    for (int mode : {0, 1, 2}) {
+        graphPositionOn = mode == 1;
+        afMapOn = mode == 2;
+        const std::vector<std::string> lines = FrameLines();
+        EXPECT_EQ(Only(lines, "SetBlend").back(), "SetBlend 0 255");
+        const std::vector<std::string> brightness = Only(lines, "SetBrightness");
+        EXPECT_TRUE(brightness.empty() || brightness.back() == "SetBrightness 255 255 255");
+    }
+}
+
+// --- overlay, popup, debug line ---------------------------------------------------------------------------------------------------
+
+TEST_F(FrameLoop, OverlayShowsItsRows) {
+    OpenWindow(1024, 768);
+    shortcutOverlayOn = 1;
+    rowHeight = 17;
+    const std::vector<std::string> lines = Only(FrameLines(), "DrawTextAt");
+    ASSERT_EQ(lines.size(), 21u);
+    EXPECT_EQ(lines[0], "DrawTextAt 300 64 \"Keyboard shortcuts\" #FFFFFF bigFont");
+    EXPECT_EQ(lines[1], "DrawTextAt 300 115 \"[1][2][3]   - File Open\" #FFFFFF bigFont");
+    EXPECT_EQ(lines[6], "DrawTextAt 300 217 \"[E]         - A/F MapView\" #FFFFFF bigFont");
+    EXPECT_EQ(lines[13], "DrawTextAt 300 370 \"[Shift]+[X] - MoveOn,off File3\" #FFFFFF bigFont");
+    EXPECT_EQ(lines[20], "DrawTextAt 300 489 \"[Ctrl]      - Smoothing\" #FFFFFF bigFont");
+}
+
+TEST_F(FrameLoop, OverlayFadesByDrawnFramesAndEndsBelow10) {
+    OpenWindow(640, 400);
+    shortcutOverlayOn = 1;
+    shortcutFade = 300;
+    EXPECT_TRUE(Contains(FrameLines(), "SetBlend 2 255"));
+    EXPECT_EQ(shortcutFade, 299);
+    shortcutFade = 11;
+    EXPECT_TRUE(Contains(FrameLines(), "SetBlend 2 11"));
+    EXPECT_EQ(shortcutOverlayOn, 1);
+    FrameLines();
+    EXPECT_EQ(shortcutFade, 9);
+    EXPECT_EQ(shortcutOverlayOn, 0);
+    FrameLines();
+    EXPECT_EQ(shortcutFade, 9);
+}
+
+TEST_F(FrameLoop, OverlayIsFrozenWhileTheProgramRests) {
+    OpenWindow(640, 400);
+    shortcutOverlayOn = 1;
+    shortcutFade = 400;
+    ComeToRest();
+    const int fade = shortcutFade, frames = frameNumber;
+    EXPECT_EQ(shortcutOverlayOn, 1);
+    for (int pass = 0; pass < 5; pass++) LoopPass();
+    EXPECT_EQ(shortcutFade, fade);
+    EXPECT_EQ(frameNumber, frames);
+}
+
+TEST_F(FrameLoop, CoursePopupOpensAcrossThenDown) {
+    OpenWindow(640, 400);
+    mouseX = 400;
+    mouseY = 20;
+    popupWanted = 1;
+    struct Step { int counter; const char *blend, *image; };
+    const Step steps[] = {{1, "SetBlend 1 7", "DrawImageScaledXY 272 48 60 40 coursePopup 0.0625 0.02"},
+                          {15, "SetBlend 1 105", "DrawImageScaledXY 272 48 60 40 coursePopup 0.9375 0.02"},
+                          {16, "SetBlend 1 112", "DrawImageScaledXY 272 48 60 40 coursePopup 1 0"},
+                          {17, "SetBlend 1 119", "DrawImageScaledXY 272 48 60 40 coursePopup 1 0.0625"},
+                          {32, "SetBlend 1 224", "DrawImageScaledXY 272 48 60 40 coursePopup 1 1"}};
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.counter);
+        popupCounter = step.counter - 1;
+        const std::vector<std::string> lines = FrameLines();
+        EXPECT_EQ(popupCounter, step.counter);
+        EXPECT_TRUE(Contains(lines, step.blend));
+        EXPECT_TRUE(Contains(lines, step.image));
+    }
+    FrameLines();
+    EXPECT_EQ(popupCounter, 32);
+    popupWanted = 0;
+    mouseY = 300;
+    EXPECT_TRUE(Contains(FrameLines(), "DrawImageScaledXY 272 300 60 40 coursePopup 1 0.9375"));
+    popupCounter = 1;
+    EXPECT_EQ(RecordedText(DrawFrame).find("coursePopup"), std::string::npos);
+    EXPECT_EQ(popupCounter, 0);
+}
+
+TEST_F(FrameLoop, DebugLineShowsItsNumbers) {
+    OpenWindow(640, 400);
+    EXPECT_TRUE(Only(FrameLines(), "DrawTextF").empty());
+    Debug = 1;
+    FillSlot(0, 3000);
+    SetMarks(0, {1000, 1700});
+    lapViewOffset[0] = 1;
+    currentLap[0] = 2;
+    activityCount = 77;
+    timeScale = 2.5;
+    const std::vector<std::string> lines = Only(FrameLines(), "DrawTextF");
+    ASSERT_EQ(lines.size(), 7u);
+    EXPECT_EQ(lines[1], "DrawTextF 100 0 #C8FFC8 smallFont \"77 0\"");
+    EXPECT_EQ(lines[2].rfind("DrawTextF 250 0 #C8FFEB smallFont ", 0), 0u);
+    EXPECT_EQ(lines[3], "DrawTextF 200 16 #FFC8EB smallFont \"2/3\"");
+    EXPECT_EQ(lines[4], "DrawTextF 200 32 #FFC8EB smallFont \"0\"");
+    EXPECT_EQ(lines[6], "DrawTextF 200 64 #FFC8EB smallFont \"2.500000 , 700\"");
+}
+
+TEST_F(FrameLoop, DebugPeakFollowsUpwardAndFallsBackAbove100) {
+    OpenWindow(640, 400);
+    Debug = 1;
+    VSync = 0;
+    const auto elapsed = [this](int ms) {
+        PaceFrame();
+        AdvanceClock(ms);
+        return Only(FrameLines(), "DrawTextF")[2].substr(34);
+    };
+    EXPECT_EQ(elapsed(40), "\"40 (40)\"");
+    EXPECT_EQ(elapsed(7), "\"7 (40)\"");
+    EXPECT_EQ(elapsed(100), "\"100 (100)\"");
+    EXPECT_EQ(elapsed(101), "\"101 (101)\"");
+    EXPECT_EQ(elapsed(3), "\"3 (3)\"");
+}
+
+// --- pace -------------------------------------------------------------------------------------------------------------------------
+
+TEST_F(FrameLoop, AnIdlePassWaits200ms) {
+    OpenWindow(640, 400);
+    idleFrame = 1;
+    activityCount = 1;
+    EXPECT_EQ(MsOf(PaceFrame), 200);
+    activityCount = 2;
+    EXPECT_EQ(MsOf(PaceFrame), 0);
+    activityCount = 0;
+    idleFrame = 0;
+    EXPECT_EQ(MsOf(PaceFrame), 0);
+}
+
+TEST_F(FrameLoop, WithoutVSyncAPassTakesAtLeast15ms) {
+    OpenWindow(640, 400);
+    VSync = 0;
+    idleFrame = 0;
+    struct Case { int elapsed, waits; };
+    for (const Case& c : {Case{0, 0}, Case{1, 14}, Case{14, 1}, Case{15, 0}, Case{40, 0}}) {
+        SCOPED_TRACE(c.elapsed);
+        PaceFrame();
+        AdvanceClock(c.elapsed);
+        EXPECT_EQ(MsOf(PaceFrame), c.waits);
+    }
+}
+
+TEST_F(FrameLoop, AFinishedAfMapNeedsTenFramesASecond) {
+    OpenWindow(640, 400);
+    idleFrame = 0;
+    afMapOn = 1;
+    afProgress = 255;
+    struct Case { int elapsed, waits; };
+    for (const Case& c : {Case{0, 0}, Case{1, 99}, Case{99, 1}, Case{100, 0}}) {
+        SCOPED_TRACE(c.elapsed);
+        PaceFrame();
+        AdvanceClock(c.elapsed);
+        EXPECT_EQ(MsOf(PaceFrame), c.waits);
+    }
+    afProgress = 254;
+    AdvanceClock(30);
+    EXPECT_EQ(MsOf(PaceFrame), 0) << "VSync paces it";
+}
+
+TEST_F(FrameLoop, DurationOfAPassIncludesItsWait) {
+    OpenWindow(640, 400);
+    idleFrame = 1;
+    activityCount = 0;
+    PaceFrame();
+    AdvanceClock(8);
+    EXPECT_EQ(PassElapsedMs(), 8);
+    PaceFrame();
+    EXPECT_EQ(LastPassMs(), 208);
+}
+
+TEST_F(FrameLoop, NothingIsDrawnOnceActivityHasRunOut) {
+    OpenWindow(640, 400);
+    ComeToRest();
+    const std::string drawn = RecordedText([] {
+        for (int pass = 0; pass < 10; pass++) LoopPass();
+    });
+    EXPECT_EQ(drawn, "");
+}
+
+TEST_F(FrameLoop, AKeyPressWakesTheProgramInTheNextPass) {
+    OpenWindow(640, 400);
+    ComeToRest();
+    const int frames = frameNumber;
+    ScriptChar('b');
+    LoopPass();
+    EXPECT_EQ(frameNumber, frames + 1);
+    EXPECT_EQ(activityCount, 54);
+}
+
+TEST_F(FrameLoop, AMinimisedWindowKeepsItsSizesAndDrawsNothing) {
+    OpenWindow(640, 400);
+    LoopPass();
+    ShowMainWindow(1);
+    ScriptMouse(100, 100);
+    ScriptButtons(1);
+    const int frames = frameNumber;
+    for (int pass = 0; pass < 5; pass++) LoopPass();
+    EXPECT_EQ(frameNumber, frames);
+    EXPECT_EQ(clientWidth, 640);
+    EXPECT_EQ(clientHeight, 400);
+    EXPECT_EQ(mouseX, 0);
+    const int64_t start = SteadyMs();
+    LoopPass();
+    EXPECT_EQ(SteadyMs() - start, 200) << "and rests";
+    ShowMainWindow(3);
+    LoopPass();
+    EXPECT_EQ(mouseX, 100);
+    EXPECT_EQ(frameNumber, frames + 1);
+}
+
+// --- end ---------------------------------------------------------------------------------------------------------------------------
+
+TEST_F(FrameLoop, ClosingTheMainWindowEndsTheLoopRightAfterThePump) {
+    OpenWindow(640, 400);
+    ScriptClose();
+    EXPECT_FALSE(LoopRuns());
+    const int frames = frameNumber;
+    LoopPass();
+    EXPECT_EQ(frameNumber, frames);
+    EXPECT_TRUE(MainWindowOpen()) << "until the settings are written";
+}
+
+TEST_F(FrameLoop, ClosingTheToolBarEndsTheProgramToo) {
+    OpenWindow(640, 400);
+    EXPECT_TRUE(LoopRuns());
+    DestroyToolbarWindow();
+    EXPECT_EQ(quitFlag, 2);
+    EXPECT_FALSE(LoopRuns());
+}
+
+TEST_F(FrameLoop, ShutdownWritesTheSettingsAndReleasesEverything) {
+    OpenWindow(640, 400);
+    Memo_view = 0;
+    ShutDownProgram();
+    EXPECT_NE(folder.Read("ZRKA.ini").find("Memo_view=0"), std::string::npos);
+    EXPECT_FALSE(MainWindowOpen());
+    EXPECT_TRUE(Ne[0].empty());
+}
+
+// --- recovery, power, display --------------------------------------------------------------------------------------------------------
+
+TEST_F(FrameLoop, AFailedPumpMakesTheDeviceAnewAndKeepsTheLogs) {
+    OpenWindow(640, 400);
+    FillSlot(0, 700);
+    realTimePlayOn = 1;
+    meterRedraw = activityCount = 0;
+    ScriptPumpFailure();
+    const int frames = frameNumber;
+    LoopPass();
+    EXPECT_EQ(frameNumber, frames) << "the pass ends there";
+    EXPECT_EQ(sampleCount[0], 700);
+    EXPECT_EQ(realTimePlayOn, 0);
+    EXPECT_EQ(meterRedraw, 1);
+    EXPECT_EQ(activityCount, 150);
+    EXPECT_EQ(quitFlag, 0) << "the tool bar's end is overruled";
+    EXPECT_NE(gridStrip, noHandle);
+    EXPECT_TRUE(shown.empty());
+    EXPECT_TRUE(LoopRuns());
+}
+
+TEST_F(FrameLoop, DebugReportsTheReset) {
+    OpenWindow(640, 400);
+    Debug = 1;
+    ScriptPumpFailure();
+    LoopPass();
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "Device Reset");
+    EXPECT_EQ(shown[0].title, "ZRKA");
+}
+
+TEST_F(FrameLoop, ADeviceThatCannotRestartEndsTheLoopAndTheSettingsAreSaved) {
+    OpenWindow(640, 400);
+    ScriptPumpFailure();
+    ScriptNoWindow();
+    LoopPass();
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "Graphic Device Error1. ");
+    EXPECT_EQ(shown[0].title, "Error");
+    EXPECT_EQ(quitFlag, 1);
+    EXPECT_FALSE(LoopRuns());
+    ShutDownProgram();
+    EXPECT_NE(folder.Read("ZRKA.ini").find("Memo_view=1"), std::string::npos);
+}
+
+TEST_F(FrameLoop, SuspendQueryThenSuspendThenResume) {
+    OpenWindow(640, 400);
+    PowerBroadcast(PowerEvent::suspendQuery);
+    EXPECT_EQ(powerState, 1);
+    const int64_t start = SteadyMs();
+    LoopPass();
+    EXPECT_EQ(SteadyMs() - start, 50);
+    EXPECT_EQ(powerState, 2) << "in the next pass";
+    PowerBroadcast(PowerEvent::suspend);
+    EXPECT_EQ(powerState, 2);
+    const int frames = frameNumber;
+    LoopPass();
+    EXPECT_EQ(SteadyMs() - start, 100);
+    EXPECT_EQ(frameNumber, frames) << "no frame while suspended";
+    PowerBroadcast(PowerEvent::resume);
+    EXPECT_EQ(powerState, 3);
+    meterRedraw = 0;
+    LoopPass();
+    EXPECT_EQ(powerState, 0);
+    EXPECT_EQ(meterRedraw, 1) << "rebuilt";
+}
+
+TEST_F(FrameLoop, ResumeWithoutASuspendDoesNothing) {
+    OpenWindow(640, 400);
+    PowerBroadcast(PowerEvent::resume);
+    EXPECT_EQ(powerState, 0);
+}
+
+TEST_F(FrameLoop, ResumeAfterAQueryAloneRebuilds) {
+    OpenWindow(640, 400);
+    PowerBroadcast(PowerEvent::suspendQuery);
+    PowerBroadcast(PowerEvent::resume);
+    EXPECT_EQ(powerState, 3);
+}
+
+TEST_F(FrameLoop, SuspendKeepsTheWindowsPlaceAndState) {
+    OpenWindow(640, 400);
+    MoveMainWindow(33, 44);
+    ScriptClientSize(500, 300);
+    ShowMainWindow(2);
+    PowerBroadcast(PowerEvent::suspendQuery);
+    EXPECT_EQ(zoomed, 0) << "a query does not store it";
+    EXPECT_EQ(windowX, 33);
+    EXPECT_EQ(windowY, 44);
+    EXPECT_EQ(windowWidth, 500);
+    EXPECT_EQ(windowHeight, 300);
+    EXPECT_FALSE(MainWindowMaximised()) << "shown normally";
+    ShowMainWindow(2);
+    PowerBroadcast(PowerEvent::suspend);
+    EXPECT_EQ(zoomed, 1);
+    EXPECT_EQ(powerState, 2);
+}
+
+TEST_F(FrameLoop, DisplayChangeRebuildsForTheNewScreen) {
+    OpenWindow(640, 400);
+    ScriptScreenSize(1280, 900);
+    DisplayChanged();
+    EXPECT_EQ(screenWidth, 1280);
+    EXPECT_EQ(screenHeight, 900);
+    EXPECT_EQ(ImageSurface(gridStrip).height, 900);
+    EXPECT_EQ(BackBufferSurface().width, 1280);
+}
+
+}  // namespace
