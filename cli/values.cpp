@@ -11,6 +11,8 @@
 #include "app/frame_loop.h"
 #include "app/toolbar.h"
 #include "graph/color_scheme.h"
+#include "graph/rest_panels.h"
+#include "graph/value_readout.h"
 #include "graph/view_state.h"
 #include "platform/window.h"
 #include "run_data/load_pipeline.h"
@@ -89,6 +91,12 @@ static void AppendCurve(std::string& line, int slot) {
     }
 }
 
+// Index, row and column of File 1 and of File 2.
+static void AppendMemoCursors(std::string& line, int) {
+    for (const MemoCursor& cursor : memoCursor)
+        for (const int part : {cursor.index, cursor.row, cursor.column}) Append(line, part);
+}
+
 #define SLOTS_AS(name, global) {name, static_cast<int>(std::size(global)), AppendElement<global>}
 #define SLOTS(global) SLOTS_AS(#global, global)
 #define ONE_AS(name, global) {name, 1, AppendWhole<global>}
@@ -139,6 +147,9 @@ static constexpr Value values[] = {
     ONE(mouseX), ONE(mouseY), ONE(mouseButtons), ONE(wheelNotches), ONE(lapSteps), ONE(shiftDown), ONE(ctrlDown),
     SLOTS(fileMoveOn), ONE(lapHover), ONE(panelHover), ONE(courseHover), ONE(widgetHover), ONE(dragKind), ONE(zoomDragOn),
     ONE(lafDelay), ONE(lafDelayShow), ONE(rulerFade), SLOTS(titleRect),
+
+    // Read-outs.
+    ONE(tagSpread), ONE(nameFade), ONE(tagValue), ONE(summaryFade), ONE(memoFade), {"memoCursor", 1, AppendMemoCursors},
 
     // Floating panels, also by the names of their settings.
     ONE(courseCenterX), ONE(courseCenterY), ONE(courseZoom), ONE(bodyX), ONE(bodyY), ONE(bodyZoom), ONE(meterX),
