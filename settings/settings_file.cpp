@@ -104,8 +104,10 @@ static const TextKey textKeys[] = {
 static const char* const csvLabelSection[csvLabelSections] = {"Time", "Ne",   "TH", "VFW",  "VRW",  "FRSUS", "RRSUS",
                                                               "LAF1", "LAF2", "VB", "AUX1", "AUX2", "LAP"};
 
-struct SettingOverride { std::string section, key, value; };
-static std::vector<SettingOverride> overrides;
+namespace {
+struct Override { std::string section, key, value; };
+}
+static std::vector<Override> overrides;
 
 std::string ProgramFile(const char* name) { return std::string(ProgramFolder()) + name; }
 
@@ -128,7 +130,7 @@ static void ReadCsvLabels(const ProfileText& profile) {
 void LoadSettings() {
     ProfileText profile;
     LoadProfile(ProgramFile("ZRKA.ini").c_str(), profile);
-    for (const SettingOverride& set : overrides) WriteStringKey(profile, set.value, set.section, set.key);
+    for (const Override& set : overrides) WriteStringKey(profile, set.value, set.section, set.key);
     ReadSettingKeys(profile);
     ReadLayoutKeys(profile);
     LoadProfile(ProgramFile("csvlabel.ini").c_str(), profile);
@@ -190,6 +192,7 @@ int OverrideSetting(const char* section, const char* key, const char* value) {
     return 0;
 }
 
-void ForgetOverrides() { overrides.clear(); }
-
-void DefaultSettingsFile() { ReadCsvLabels({}); }
+void DefaultSettingsFile() {
+    ReadCsvLabels({});
+    overrides.clear();
+}

@@ -14,9 +14,8 @@ extern char csvLabel[csvLabelSections][csvLabelKeys][csvLabelSize];  // column t
 void LoadSettings();
 // Writes the keys that are kept. Failures are silent: a read-only program folder must not disturb the end of a run.
 void SaveSettings();
-// A value in place of the file's, for every LoadSettings from now on. 0 done, 1 no such key.
+// A value in place of the file's, for every LoadSettings until DefaultSettingsFile. 0 done, 1 no such key.
 int OverrideSetting(const char* section, const char* key, const char* value);
-void ForgetOverrides();
 // The whole path of a file in the program's folder.
 std::string ProgramFile(const char* name);
 // All settings but the layout, from a profile that may be empty.

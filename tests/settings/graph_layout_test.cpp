@@ -23,7 +23,7 @@ struct GraphLayout : testing::Test {
         DefaultRunStore();
         DefaultViewState();
         DefaultSettings();
-        ForgetOverrides();
+        DefaultSettingsFile();
         loadBusy = 0;
     }
 

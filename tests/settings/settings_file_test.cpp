@@ -27,9 +27,7 @@ struct SettingsFile : testing::Test {
         DefaultViewState();
         DefaultSettings();
         DefaultSettingsFile();
-        ForgetOverrides();
     }
-    ~SettingsFile() override { ForgetOverrides(); }
 
     void Load(const std::string& bytes) {
         folder.Write("ZRKA.ini", bytes);
@@ -509,6 +507,13 @@ TEST_F(SettingsFile, OverrideStandsInPlaceOfTheFilesValue) {
     EXPECT_STREQ(dataFolder, "/logs");
     EXPECT_EQ(showChannel[0][chVRW], 0);
     EXPECT_EQ(folder.Read("ZRKA.ini"), "[SPLConfig]\r\nDebug=0\r\n");
+}
+
+TEST_F(SettingsFile, StartStateHasNoOverrides) {
+    OverrideSetting("SPLConfig", "Debug", "1");
+    DefaultSettingsFile();
+    LoadSettings();
+    EXPECT_EQ(Debug, 0);
 }
 
 TEST_F(SettingsFile, LastOverrideOfAKeyCounts) {
