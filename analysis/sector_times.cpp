@@ -49,18 +49,15 @@ static void MarksAsSectors(int slot, int row, int marks) {
     }
 }
 
-// Kept: entry 0 is 1 here, not 0, and the row of boundaries is lost for the slot.
-static void OverwriteSectorMarks(int slot, int marks) {
-    std::fill(sectorMark[slot] + 1, sectorMark[slot] + 8, noSectorMark);
-    for (int mark = 0; mark < marks; mark++) sectorMark[slot][mark] = mark + 1;
-}
-
 void ComputeSectorTimes(int slot) {
     const int marks = HeldMarksPerLap(slot);
     for (auto& row : lapStats[slot].sectorTime) std::fill(std::begin(row), std::end(row), noLapTime);
     std::fill(std::begin(bestSector[slot]), std::end(bestSector[slot]), emptyRow);
     std::fill(std::begin(secondSector[slot]), std::end(secondSector[slot]), emptyRow);
-    if (marks > 1) OverwriteSectorMarks(slot, marks);
+    if (marks > 1)
+        OverwriteSectorRow(slot, marks);
+    else
+        RestoreSectorRow(slot);
     if (!slotInUse[slot]) return;
     for (int row = 0; row <= lapCount[slot] - marks; row += marks) {
         if (marks == 1)

@@ -15,10 +15,12 @@
 #include "graph/view_state.h"
 #include "run_data/run_store.h"
 #include "settings/settings.h"
+#include "views/course_map.h"
 
 FrameModes ModeAtHand() { return graphPositionOn ? graphPosition : afMapOn ? afMap : normalGraphs; }
 
 static bool OverlayOn() { return shortcutOverlayOn != 0; }
+static bool CourseOn() { return CourseLayout_on != 0; }
 static bool ScrollBarOn() { return scrollBarOn != 0; }
 static bool DebugOn() { return Debug != 0; }
 
@@ -49,6 +51,7 @@ static const FrameStep steps[] = {
     {normalGraphs, nullptr, nullptr, DrawRuler},
     {normalGraphs, nullptr, nullptr, DrawValueReadout},
     {normalGraphs, nullptr, nullptr, DrawLapList},
+    {normalGraphs | graphPosition, CourseOn, nullptr, DrawCourseMap},
     {normalGraphs, ScrollBarOn, nullptr, DrawScrollBar},
     {normalGraphs, nullptr, nullptr, DrawCoursePopup},
     {normalGraphs, nullptr, nullptr, DrawSummaryPanel},

@@ -17,6 +17,9 @@
 #include "run_data/run_store.h"
 #include "settings/graph_layout.h"
 #include "settings/settings.h"
+#include "views/course_file.h"
+#include "views/course_image.h"
+#include "views/course_map.h"
 
 constexpr int keyTab = 9, keyEscape = 27, keyRight = 28, keyLeft = 29, keyUp = 30, keyDown = 31;
 constexpr int lafDelayStep = 5, lafDelayLimit = 200;  // samples
@@ -29,6 +32,7 @@ static bool InGraphPosition() { return graphPositionOn != 0; }
 static bool InAfMap() { return afMapOn != 0; }
 static bool Expert() { return ExpertMode >= 2; }
 static bool WithDebug() { return Debug != 0; }
+static bool CourseShown() { return CourseLayout_on != 0; }
 static bool CourseColoured() { return ColorMap || Debug; }
 static bool WithShift() { return shiftDown != 0; }
 static bool ExpertWithShift() { return shiftDown && ExpertMode >= 2; }
@@ -60,12 +64,12 @@ static void ToggleFileMove(int slot) {
 static void ToggleComparison() {
     ToggleFileMove(shiftDown && ExpertMode >= 1 ? 2 : 1);
     courseColorFile ^= 1;
+    RedrawCourseImage(0);
 }
 
 static void ChangeSpeedMargin(int samples) {
     SusVSampleNum = std::clamp(SusVSampleNum + samples, 0, 20);
-    for (int slot = 0; slot < fileSlots; slot++)
-        if (slotInUse[slot]) ComputeSuspensionSpeed(slot);
+    for (int slot : {0, 1}) ComputeSuspensionSpeed(slot);  // Kept: File 3 stays as it was loaded.
 }
 
 static void LoadLayout() {
@@ -99,9 +103,15 @@ static void DoubleZoom() {
     if (viewZoomGoal > 40000) viewZoomGoal = 10000;
 }
 
-static void StepCourseColor() {
+static void StepColouring() {
     courseColorChannel += shiftDown ? -1 : 1;
     if (courseColorChannel < 0) courseColorChannel = 131;
+    RedrawCourseImage(0);
+}
+
+static void MoveCourseOffset(int offset) {
+    courseOffset = offset;
+    ApplyCourseOffset();
 }
 
 static void TogglePlay() {
@@ -130,15 +140,15 @@ struct KeyRow {
 static const KeyRow keyRows[] = {
     {keyTab, nullptr, 100, [] {}},
     {keyEscape, nullptr, 100, BackToGraphs},
-    {keyRight, InGraphPosition, 100, [] { courseOffset++; }},
+    {keyRight, InGraphPosition, 100, [] { MoveCourseOffset(courseOffset + 1); }},
     {keyRight, InAfMap, 100, [] { MoveLafDelay(lafDelayStep); }},
     {keyRight, nullptr, 100, [] { StepByArrow(1); }},
-    {keyLeft, InGraphPosition, 100, [] { courseOffset--; }},
+    {keyLeft, InGraphPosition, 100, [] { MoveCourseOffset(courseOffset - 1); }},
     {keyLeft, InAfMap, 100, [] { MoveLafDelay(-lafDelayStep); }},
     {keyLeft, nullptr, 100, [] { StepByArrow(-1); }},
-    {keyUp, InGraphPosition, 100, [] { courseOffset += 10; }},
+    {keyUp, InGraphPosition, 100, [] { MoveCourseOffset(courseOffset + 10); }},
     {keyUp, nullptr, 100, [] { lapSteps++; }},
-    {keyDown, InGraphPosition, 100, [] { courseOffset -= 10; }},
+    {keyDown, InGraphPosition, 100, [] { MoveCourseOffset(courseOffset - 10); }},
     {keyDown, nullptr, 100, [] { lapSteps--; }},
     {' ', InAfMap, 100, [] { afInvert ^= 1; }},
     {' ', nullptr, 100, ToggleComparison},
@@ -153,6 +163,7 @@ static const KeyRow keyRows[] = {
     {'2', nullptr, leavesActivity, [] { OpenLog(1); }},
     {'3', Expert, leavesActivity, [] { OpenLog(2); }},
     {'3', nullptr, leavesActivity, BringMainWindowToFront},
+    {'4', CourseShown, leavesActivity, SaveCourseMapImages},
     {'5', nullptr, leavesActivity, LoadLayout},
     {'6', nullptr, leavesActivity, [] { SaveGraphLayout(1); }},
     {'A', nullptr, 100, ToggleAnime},
@@ -162,10 +173,11 @@ static const KeyRow keyRows[] = {
     {'E', InAfMap, 100, BackToGraphs},
     {'E', nullptr, 100, ShowAfMap},
     {'F', nullptr, leavesActivity, [] { OpenDialog(dialogSetup); }},
+    {'K', nullptr, leavesActivity, ShowFuelUsed},
     {'L', nullptr, 100, [] { CslValWidth = CslValWidth ? 0 : 80; }},
     {'M', nullptr, 55, [] { Memo_view ^= 1; }},
     {'N', nullptr, 100, DoubleZoom},
-    {'O', CourseColoured, 100, StepCourseColor},
+    {'O', CourseColoured, 100, StepColouring},
     {'P', WithDebug, leavesActivity, [] { OpenDialog(dialogRealTimeMonitor); }},
     {'Q', nullptr, 55, [] { BodyDisplay ^= 1; }},
     {'S', nullptr, 100, TogglePlay},
@@ -174,7 +186,7 @@ static const KeyRow keyRows[] = {
     {'W', nullptr, 55, [] { SusgramDisplay ^= 1; }},
     {'X', ExpertWithShift, 100, [] { ToggleFileMove(2); }},
     {'X', nullptr, 100, [] { ToggleFileMove(1); }},
-    {'Z', InGraphPosition, 100, [] { courseOffset = 0; }},
+    {'Z', InGraphPosition, 100, [] { MoveCourseOffset(0); }},
     {'Z', nullptr, 100, [] { ToggleFileMove(0); }},
 };
 

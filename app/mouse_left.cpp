@@ -9,6 +9,7 @@
 #include "resources/resource.h"
 #include "run_data/run_store.h"
 #include "settings/settings.h"
+#include "views/course_map.h"
 
 constexpr int spentClick = 1, cursorDrag = 2, scrollBarDrag = 3;  // dragKind
 
@@ -77,7 +78,7 @@ static const PressRow leftRows[] = {
     {[] { return HoveredLapFile() >= 0 && dragKind == 0; }, JumpToLap},
     {OnScrollBar, HoldScrollBar},
     {[] { return widgetHover != 0; }, MoveWidget},
-    {[] { return courseHover != 0; }, [] {}},  // the course map takes the press
+    {[] { return courseHover != 0; }, [] { HoldCourseLeft(mousePass.movedX, mousePass.movedY); }},
     {[] { return afMapOn != 0; }, RaiseAfLow},
     {[] { return csvRangePending && dragKind == 0; }, ExportRange},
     {[] { return titleHover >= 0; }, ToggleDim},
@@ -87,7 +88,7 @@ static const PressRow leftRows[] = {
 void HandleLeftButton() {
     if (!(mouseButtons & buttonLeft) || !mousePass.mainWindowInFront) {
         dragKind = 0;
-        courseDrag = 0;
+        ReleaseCourseLeft();
         afRepeat = {};
         return;
     }

@@ -8,6 +8,8 @@
 #include "run_data/fixed_point.h"
 #include "run_data/run_store.h"
 #include "settings/settings.h"
+#include "views/course_image.h"
+#include "views/course_map.h"
 
 constexpr double smallestTimeScale = 0.001;
 
@@ -75,7 +77,7 @@ static const PressRow rightRows[] = {
     {[] { return HoveredLapFile() >= 0; }, ZoomToLap},
     {[] { return widgetHover != 0; }, ZoomWidget},
     {[] { return panelHover && !rightHeld; }, ToggleGrid},
-    {[] { return courseHover != 0; }, [] {}},  // the course map takes the press
+    {[] { return courseHover != 0; }, HoldCourseRight},
     {[] { return afMapOn != 0; }, LowerAfLow},
     {[] { return true; }, ZoomTime},
 };
@@ -86,6 +88,7 @@ void HandleRightButton() {
         referenceY = mouseY;
         afRepeat = {};
         rightHeld = false;
+        ReleaseCourseRight();
         return;
     }
     for (const PressRow& row : rightRows)
@@ -99,7 +102,9 @@ void HandleRightButton() {
 // A click on a value row colours the course by that channel.
 void HandleMiddleButton() {
     if (!(mouseButtons & buttonMiddle) || !mousePass.mainWindowInFront) return;
-    if (!widgetHover && panelHover && !rightHeld) courseColorChannel = std::max(PanelRow() + 1, 0);
+    if (widgetHover || !panelHover || rightHeld) return;
+    courseColorChannel = std::max(PanelRow() + 1, 0);
+    RedrawCourseImage(0);
 }
 
 void DefaultMouseButtons() {

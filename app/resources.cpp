@@ -11,6 +11,8 @@
 #include "platform/files.h"
 #include "platform/window.h"
 #include "settings/settings.h"
+#include "views/course_file.h"
+#include "views/course_image.h"
 
 struct PictureFile {
     int*        handle;
@@ -102,6 +104,8 @@ void RebuildResources() {
     BuildColorRamp();
     DrawSummaryImage();
     BuildGrid();
+    CourseLayout_on &= LoadCourse();
+    RedrawCourseImage(1);
     meterRedraw = 1;
     activityCount = 150;
     if (zoomed) ShowMainWindow(2);

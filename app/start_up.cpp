@@ -24,6 +24,7 @@
 #include "settings/settings.h"
 #include "settings/settings_file.h"
 #include "views/course_file.h"
+#include "views/course_map.h"
 
 static constexpr char versionText[] = "ZRKA Ver 1.01.64";
 
@@ -39,6 +40,7 @@ void LoadDefaults() {
     DefaultValueReadout();
     DefaultRestPanels();
     DefaultCourse();
+    DefaultCourseMap();
     DefaultLapOrder();
     DefaultLapMarks();
     DefaultLapStats();
@@ -119,6 +121,7 @@ void ResetDevice() {
 
 void ShutDownProgram() {
     SaveSettings();
+    SaveSectorIni();
     DeleteAllImages();
     ShutDownDrawing();
     ReleaseRunStore();

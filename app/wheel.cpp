@@ -5,6 +5,7 @@
 #include "graph/view_state.h"
 #include "run_data/fixed_point.h"
 #include "settings/settings.h"
+#include "views/course_map.h"
 
 constexpr int normalZoom = 10000;  // viewZoomGoal at magnification 1
 
@@ -24,7 +25,7 @@ void HandleWheel() {
     if (afMapOn)
         WidenAfBand();
     else if (courseHover)
-        courseColorChannel = std::max(Saturate32(int64_t{courseColorChannel} + wheelNotches), 0);
+        StepCourseColor(wheelNotches);
     else if (mousePass.mainWindowInFront)
         Magnify();
     wheelNotches = 0;

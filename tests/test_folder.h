@@ -1,4 +1,5 @@
-// test_folder.h -- a folder of its own for a test, empty at first and gone at the end. Paths are UTF-8.
+// test_folder.h -- a folder of its own for a test, empty at first and gone at the end, when the current folder is again what
+// it was. Paths are UTF-8.
 #pragma once
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@
 
 struct TestFolder {
     std::filesystem::path path;
+    std::filesystem::path before = std::filesystem::current_path();
 
     TestFolder() {
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
@@ -21,6 +23,7 @@ struct TestFolder {
     }
     ~TestFolder() {
         std::error_code ignored;
+        std::filesystem::current_path(before, ignored);
         std::filesystem::remove_all(path, ignored);
     }
     TestFolder(const TestFolder&) = delete;

@@ -13,7 +13,9 @@
 namespace {
 
 struct CliPlay : testing::Test {
-    TestFolder folder;
+    TestFolder folder;  // with a course, so that the program has nothing to tell
+
+    CliPlay() { folder.Write("sorrel.crs", MakeCourse("sorrel")); }
 
     std::string Log(int seconds = 20) {
         SampleLogOptions options;
