@@ -17,14 +17,16 @@
 #include "run_data/run_store.h"
 #include "settings/settings.h"
 #include "tests/test_folder.h"
+#include "tools/sample_log/sample_log.h"
 
-// Defaults, an empty program folder, nothing scripted. No window yet.
+// Defaults, a program folder with nothing but a course, nothing scripted. No window yet.
 struct ProgramTest : testing::Test {
     TestFolder folder;
     std::filesystem::path before = std::filesystem::current_path();
 
     ProgramTest() {
         DefaultScript();
+        folder.Write("sorrel.crs", MakeCourse("sorrel"));
         SetProgramFolder((folder.Path() + "/").c_str());
         LoadDefaults();
     }
@@ -36,14 +38,14 @@ struct ProgramTest : testing::Test {
         std::filesystem::current_path(before);
     }
 
-    // A window of this size, at magnification 1 and without the overlay, so that a frame shows the graphs alone.
+    // A window of this size, at magnification 1, without overlay and course map, so that a frame shows the graphs alone.
     void OpenWindow(int width, int height) {
         windowWidth = width;
         windowHeight = height;
         ScriptScreenSize(width, height);
         ASSERT_EQ(InitWindowAndDevice(), 0);
         viewZoom = 1.0;
-        shortcutOverlayOn = 0;
+        shortcutOverlayOn = CourseLayout_on = 0;
     }
 };
 

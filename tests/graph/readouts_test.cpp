@@ -28,6 +28,9 @@ class ReadOuts : public testing::Test {
         SetVideoMode(32, 1024, 768, 60);
         ASSERT_EQ(InitDrawing(), 0);
         RebuildResources();
+        clientWidth = 1024;
+        clientHeight = 768;
+        halfWidth = 512;
         viewZoom = 1.0;
         ExpertMode = 2;
         MakeLog(0, 6000);

@@ -38,6 +38,8 @@ class CourseMap : public testing::Test {
         SetVideoMode(32, 1024, 768, 60);
         ASSERT_EQ(InitDrawing(), 0);
         RebuildResources();
+        clientWidth = 1024;
+        clientHeight = 768;
         courseCenterX = 600;
         courseCenterY = 400;
         courseZoom = 1.0f;
