@@ -1,29 +1,41 @@
 #include "run_data/derived_channels.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "platform/keyboard.h"
 #include "run_data/fixed_point.h"
 #include "run_data/run_store.h"
+#include "run_data/sample_loops.h"
 #include "settings/settings.h"
 
-// Rear wheel speed through the gear train; the engine speed divided by it is the gear ratio x 1000. Kept: the products
+// `samples`, or what an array holds that could not grow.
+template <class T>
+static int Held(const SampleArray<T>& array, int samples) {
+    return std::min(samples, static_cast<int>(array.size()));
+}
+
+// Rear wheel speed through the gear train. The engine speed divided by it is the gear ratio x 1000. Kept: the products
 // wrap at 32 bits.
+static uint32_t Product(unsigned a, int b, int c) { return a * static_cast<uint32_t>(b) * static_cast<uint32_t>(c); }
 static uint32_t DriveSpeed(int slot, int sample) {
-    return uint32_t{VRW[slot][sample]} * static_cast<uint32_t>(primaryRatio[slot]) * static_cast<uint32_t>(rearSprocket[slot]) / 600;
+    return Product(VRW[slot][sample], primaryRatio[slot], rearSprocket[slot]) / 600;
 }
 static uint32_t DriveRatio(int slot, int sample, uint32_t driveSpeed) {
-    return uint32_t{Ne[slot][sample]} * static_cast<uint32_t>(frontSprocket[slot]) * static_cast<uint32_t>(rearTyreMm[slot]) / driveSpeed;
+    return Product(Ne[slot][sample], frontSprocket[slot], rearTyreMm[slot]) / driveSpeed;
 }
 
 // Strokes are 0.01 mm and a tick is 5 ms, so that a difference of neighbours times 2 is mm/s.
 static void StrokeSpeed(int slot, const SampleArray<int16_t>& stroke, SampleArray<int16_t>& speed) {
-    int total = std::min<int>(sampleCount[slot], speed.size());
-    int moving = std::min(total, sampleCount[slot] - SusVSampleNum - 1);
-    std::fill_n(speed.begin(), total, 0);
-    for (int i = 1; i < moving; i++)
-        speed[i] = Wrap16(TruncToInt((stroke[i + 1] - stroke[i]) * 2 * timeFactor[slot]));
+    int total = Held(speed, sampleCount[slot]);
+    if (total < 1) return;
+    int moving = std::clamp(sampleCount[slot] - SusVSampleNum - 1, 1, total);  // samples from here on stand still
+    double factor = timeFactor[slot];
+    speed[0] = 0;
+    if (factor == 1.0)
+        DoubledDifferences(stroke.data() + 1, speed.data() + 1, moving - 1);
+    else
+        for (int i = 1; i < moving; i++) speed[i] = Wrap16(TruncToInt((stroke[i + 1] - stroke[i]) * 2 * factor));
+    std::fill(speed.begin() + moving, speed.begin() + total, 0);
 }
 
 void ComputeSuspensionSpeed(int slot) {
@@ -31,49 +43,56 @@ void ComputeSuspensionSpeed(int slot) {
     StrokeSpeed(slot, FSUS[slot], VFSus[slot]);
     StrokeSpeed(slot, RSUS[slot], VRSus[slot]);
     if (!IsKeyHeld(HeldKey::shift)) return;
-    int total = std::min<int>(sampleCount[slot], VFSus[slot].size());
-    for (int i = 0; i < total; i++)
+    for (int i = 0, total = Held(VFSus[slot], sampleCount[slot]); i < total; i++)
         if (uint32_t speed = DriveSpeed(slot, i)) VFSus[slot][i] = Wrap16(DriveRatio(slot, i, speed));
 }
 
-// Replaces samples first .. last - 1 by the mean of the samples within `half`; what lies outside the log adds nothing.
+// Replaces samples first .. last - 1 by the mean of the samples up to `half` away; what lies outside the log adds
+// nothing. A block of original values is enough: the last ones of a block stay for the windows of the next.
 template <class T>
 static void Smooth(SampleArray<T>& array, int samples, int first, int last, int half) {
-    int total = std::min<int>(samples, array.size());
-    std::vector<T> original(array.begin(), array.begin() + total);
-    for (int i = first; i < std::min(last, total); i++) {
-        int64_t sum = 0;
-        for (int j = std::max(0, i - half); j <= std::min(total - 1, i + half); j++) sum += original[j];
-        array[i] = static_cast<T>(sum / (2 * half + 1));
+    alignas(64) static T around[meansBlock + 2 * meansHalfLimit];  // from sample first - half on
+    int n = Held(array, samples);
+    int next = std::max(0, first - half);  // the sample to be taken next
+    int held = next - (first - half);      // samples in `around`
+    std::fill_n(around, held, T{0});
+    for (int from = first, end = std::min(last, n); from < end; from += meansBlock) {
+        int count = std::min(meansBlock, end - from), wanted = count + 2 * half;
+        int taken = std::min(n - next, wanted - held);
+        std::copy_n(array.data() + next, taken, around + held);
+        std::fill(around + held + taken, around + wanted, T{0});
+        next += taken;
+        Means(around, half, array.data() + from, count);
+        std::copy(around + count, around + wanted, around);
+        held = wanted - count;
     }
+}
+
+static void SmoothWheelsAndEngine(int slot) {
+    int half = std::clamp(SmoothingSample, 0, 8), n = sampleCount[slot];
+    int first = half + 2, last = n - half - 2;
+    if (smoothingNE) Smooth(Ne[slot], n, first, last, half);
+    if (!smoothingVW) return;
+    Smooth(VFW[slot], n, first, last, half);
+    Smooth(VRW[slot], n, first, last, half);
+}
+
+static void SmoothSensors(int slot) {
+    int n = sampleCount[slot];
+    int half = fileKind[slot] == 1 && !IsKeyHeld(HeldKey::ctrl) ? std::clamp(SmoothingSTD, 0, meansHalfLimit) : 0;
+    constexpr int speedHalf = 2;  // Kept: of the suspension speeds, whatever the setting and the keys say
+    Smooth(VFSus[slot], n, 1, n, speedHalf);
+    Smooth(VRSus[slot], n, 1, n, speedHalf);
+    if (half == 0) return;  // the mean of one sample
+    for (auto* stroke : {&FSUS[slot], &RSUS[slot]}) Smooth(*stroke, n, 1, n, half);
+    for (auto* sensor : {&TH[slot], &LAF1[slot], &LAF2[slot], &AUX1[slot], &AUX2[slot]}) Smooth(*sensor, n, 1, n, half);
+    Smooth(VB[slot], n, 1, n, half);
 }
 
 void SmoothChannels(int slot) {
-    int n = sampleCount[slot];
-    int window = fileKind[slot] == 1 && !IsKeyHeld(HeldKey::ctrl) ? std::clamp(SmoothingSTD, 0, 1000) : 0;
-    int wheelWindow = std::clamp(SmoothingSample, 0, 8);
-    int first = wheelWindow + 2, last = n - wheelWindow - 2;
-    if (smoothingNE) Smooth(Ne[slot], n, first, last, wheelWindow);
-    if (smoothingVW) Smooth(VFW[slot], n, first, last, wheelWindow);
-    if (smoothingVW) Smooth(VRW[slot], n, first, last, wheelWindow);
-    if (SmoothingSTD != 0) {
-        Smooth(TH[slot], n, 1, n, window);
-        Smooth(FSUS[slot], n, 1, n, window);
-        Smooth(RSUS[slot], n, 1, n, window);
-        Smooth(VFSus[slot], n, 1, n, 2);
-        Smooth(VRSus[slot], n, 1, n, 2);
-        Smooth(LAF1[slot], n, 1, n, window);
-        Smooth(LAF2[slot], n, 1, n, window);
-        Smooth(AUX1[slot], n, 1, n, window);
-        Smooth(AUX2[slot], n, 1, n, window);
-        Smooth(VB[slot], n, 1, n, window);
-    }
-    if (VFWCopyVRW) std::copy_n(VFW[slot].begin(), n - 1, VRW[slot].begin());
-}
-
-static void TakeExtreme(int slot, int channel, int value) {
-    channelMax[slot][channel] = std::max(channelMax[slot][channel], value);
-    channelMin[slot][channel] = std::min(channelMin[slot][channel], value);
+    SmoothWheelsAndEngine(slot);
+    if (SmoothingSTD != 0) SmoothSensors(slot);
+    if (VFWCopyVRW) std::copy_n(VFW[slot].begin(), sampleCount[slot] - 1, VRW[slot].begin());
 }
 
 // Calls visit(channel, array) for the channels that are sample arrays.
@@ -94,10 +113,33 @@ static void ForEachChannel(int slot, Visit visit) {
     visit(chVRSus, VRSus[slot]);
 }
 
+// In native logs that have a battery channel a stroke counts only above 9 V.
+static bool StrokesNeedVoltage(int slot) {
+    int version = formatVersion[slot];
+    return fileKind[slot] == 1 && version != 0 && version != 1 && version != 32;
+}
+
+// Takes samples from .. to - 1 into the extremes of every channel.
+static void TakeBlock(int slot, int from, int to, Extremes (&extremes)[channelTotal]) {
+    bool gated = StrokesNeedVoltage(slot);
+    auto take = [&](int channel, const auto& array) {
+        int count = Held(array, to) - from;
+        if (count > 0) TakeExtremes(array.data() + from, count, extremes[channel]);
+    };
+    ForEachChannel(slot, [&](int channel, const auto& array) {
+        if (!gated || (channel != chFSUS && channel != chRSUS)) take(channel, array);
+    });
+    TakeSlipExtremes(VFW[slot].data() + from, VRW[slot].data() + from, to - from, extremes[chSlip]);
+    int voltages = Held(VB[slot], to) - from;
+    if (!gated || voltages <= 0) return;
+    TakeGatedExtremes(FSUS[slot].data() + from, VB[slot].data() + from, 901, voltages, extremes[chFSUS]);
+    TakeGatedExtremes(RSUS[slot].data() + from, VB[slot].data() + from, 901, voltages, extremes[chRSUS]);
+}
+
 static void ChooseShownChannels(int slot) {
     int* show = showChannel[slot];
-    auto moves = [&](int channel) { return channelMin[slot][channel] != channelMax[slot][channel] ? 1 : 0; };
-    for (int channel : {chNe, chTH, chVFW, chVRW, chFSUS, chRSUS, chLAF1, chLAF2, chAUX1, chAUX2}) show[channel] = moves(channel);
+    for (int channel = chNe; channel < chSlip; channel++)
+        show[channel] = channelMin[slot][channel] != channelMax[slot][channel];
     show[chVB] = 1;
     if (!show[chFSUS]) show[chVFSus] = 0;
     if (!show[chRSUS]) show[chVRSus] = 0;
@@ -105,19 +147,21 @@ static void ChooseShownChannels(int slot) {
 }
 
 void ComputeStatistics(int slot) {
-    int n = sampleCount[slot], start = std::min(n, 200);
-    bool gated = fileKind[slot] == 1 && formatVersion[slot] != 0 && formatVersion[slot] != 1 && formatVersion[slot] != 32;
+    constexpr int skippedAtStart = 200, skippedAtEnd = 16, blockSize = 2048;
+    int n = sampleCount[slot], start = std::min(n, skippedAtStart);
+    Extremes extremes[channelTotal];
+    // Kept: slip and suspension speeds keep the extremes of earlier loads.
+    for (int channel = 0; channel < channelTotal; channel++)
+        extremes[channel] = {channelMin[slot][channel], channelMax[slot][channel]};
     ForEachChannel(slot, [&](int channel, const auto& array) {
-        int total = std::min<int>(n, array.size());
-        if (channel < chSlip && start < static_cast<int>(array.size()))
-            channelMax[slot][channel] = channelMin[slot][channel] = array[start];
-        for (int i = 200; i < total - 16; i++) {
-            if (gated && (channel == chFSUS || channel == chRSUS) && VB[slot][i] < 901) continue;
-            TakeExtreme(slot, channel, array[i]);
-        }
+        if (channel < chSlip && Held(array, start + 1) > start) extremes[channel] = {int{array[start]}, int{array[start]}};
     });
-    for (int i = 200; i < n - 16; i++)
-        if (VFW[slot][i] > 50) TakeExtreme(slot, chSlip, (VRW[slot][i] - VFW[slot][i]) * 1000 / VFW[slot][i]);
+    for (int from = start; from < n - skippedAtEnd; from += blockSize)
+        TakeBlock(slot, from, std::min(n - skippedAtEnd, from + blockSize), extremes);
+    for (int channel = 0; channel < channelTotal; channel++) {
+        channelMin[slot][channel] = extremes[channel].low;
+        channelMax[slot][channel] = extremes[channel].high;
+    }
     if (n > 2000 && AutoOnOffLoad) ChooseShownChannels(slot);
 }
 
