@@ -10,6 +10,7 @@
 #include "platform/file_dialogs.h"
 #include "platform/files.h"
 #include "platform/keyboard.h"
+#include "platform/system_files.h"
 #include "run_data/csv_log.h"
 #include "run_data/log_header.h"
 #include "run_data/native_log.h"
@@ -43,26 +44,21 @@ static int CopyText(char (&to)[pathSize], const char* from) {
     return std::snprintf(to, sizeof to, "%s", from) >= pathSize;
 }
 
-// The parts of a path, all pointing into it: folder with drive and separator, then the name, of which the extension is
-// the last point and what follows it (empty at the end of a name without a point).
+// A path in pieces: the folder with its separator, and the name, whose extension is the last point and what follows it.
 struct PathParts {
     std::string folder, stem, extension;
 };
 
-static PathParts SplitPath(const char* path) {
-    std::string whole = path;
-    size_t name = whole.find_last_of("/\\");
-    name = name == std::string::npos ? 0 : name + 1;
-    if (name == 0 && whole.size() > 1 && whole[1] == ':') name = 2;  // "C:log.zrk"
-    size_t point = whole.rfind('.');
-    if (point == std::string::npos || point < name) point = whole.size();
-    return {whole.substr(0, name), whole.substr(name, point - name), whole.substr(point)};
+static PathParts SplitPath(const std::string& path) {
+    size_t name = NameStart(path), point = path.rfind('.');
+    if (point == std::string::npos || point < name) point = path.size();
+    return {path.substr(0, name), path.substr(name, point - name), path.substr(point)};
 }
 
 // Compares a point and three characters, letter case ignored; what follows them in `extension` does not count.
 static bool ExtensionIs(const std::string& extension, const char* wanted) {
-    for (int i = 0; i < 4; i++)
-        if (extension.size() <= static_cast<size_t>(i) || std::tolower(static_cast<uint8_t>(extension[i])) != wanted[i]) return false;
+    for (int i = 0; i < 4; i++)  // c_str() ends in a zero, which stops the loop in time
+        if (std::tolower(static_cast<uint8_t>(extension.c_str()[i])) != wanted[i]) return false;
     return true;
 }
 
@@ -157,10 +153,8 @@ static int AskForPath() {
         pathAtHand[0] = 0;
         return 1;
     }
-    std::string folder = SplitPath(pathAtHand).folder;
-    bool root = folder.size() < 2 || folder[folder.size() - 2] == ':';
-    if (!root) folder.pop_back();
-    std::snprintf(dataFolder, sizeof dataFolder, "%s", folder.c_str());
+    // The dialog has made the folder of the chosen file current.
+    std::snprintf(dataFolder, sizeof dataFolder, "%s", CurrentFolder().c_str());
     return 0;
 }
 
