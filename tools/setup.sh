@@ -4,10 +4,12 @@
 set -eu
 
 packages="
-  cmake ninja-build ccache g++ libfreetype-dev
+  cmake ninja-build ccache g++ libfreetype-dev googletest libbenchmark-dev
+  clang libclang-rt-dev llvm
   g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
-  wine wine64 fonts-wine fonts-ipafont-gothic xvfb xauth libx11-dev xdotool imagemagick procps
-  googletest libbenchmark-dev clang libclang-rt-dev
+  wine wine64 fonts-wine fonts-ipafont-gothic
+  libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1
+  xvfb libx11-dev xdotool imagemagick
 "
 
 missing=
