@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "analysis/lap_marks.h"
 #include "app/input_parts.h"
 #include "app/input_step.h"
 #include "app/toolbar.h"
@@ -138,7 +139,7 @@ struct KeyRow {
 };
 // Rows are tried from the top.
 static const KeyRow keyRows[] = {
-    {keyTab, nullptr, 100, [] {}},
+    {keyTab, nullptr, 100, [] { DrawExtremeMarks(MarkEvent::toggle); }},
     {keyEscape, nullptr, 100, BackToGraphs},
     {keyRight, InGraphPosition, 100, [] { MoveCourseOffset(courseOffset + 1); }},
     {keyRight, InAfMap, 100, [] { MoveLafDelay(lafDelayStep); }},

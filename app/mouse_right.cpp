@@ -1,6 +1,7 @@
 // mouse_right.cpp -- the right button: zoom to a lap, panel sizes, grids, time zoom; and the middle button.
 #include <algorithm>
 
+#include "analysis/lap_marks.h"
 #include "app/input_parts.h"
 #include "app/press_repeat.h"
 #include "graph/grid.h"
@@ -99,10 +100,10 @@ void HandleRightButton() {
     rightHeld = true;
 }
 
-// A click on a value row colours the course by that channel.
+// A click on a value row colours the course by that channel; elsewhere the extreme marks come and go.
 void HandleMiddleButton() {
     if (!(mouseButtons & buttonMiddle) || !mousePass.mainWindowInFront) return;
-    if (widgetHover || !panelHover || rightHeld) return;
+    if (widgetHover || !panelHover || rightHeld) return DrawExtremeMarks(MarkEvent::toggle);
     courseColorChannel = std::max(PanelRow() + 1, 0);
     RedrawCourseImage(0);
 }

@@ -89,12 +89,15 @@ std::vector<std::string> Recorded(Call call) {
     for (std::string line; std::getline(lines, line);) all.push_back(line);
     return all;
 }
-// Those that begin with this operation.
-inline std::vector<std::string> Only(const std::vector<std::string>& lines, const std::string& operation) {
+// Those that begin so, and those of one operation.
+inline std::vector<std::string> Beginning(const std::vector<std::string>& lines, const std::string& start) {
     std::vector<std::string> kept;
     for (const std::string& line : lines)
-        if (line.rfind(operation + " ", 0) == 0) kept.push_back(line);
+        if (line.rfind(start, 0) == 0) kept.push_back(line);
     return kept;
+}
+inline std::vector<std::string> Only(const std::vector<std::string>& lines, const std::string& operation) {
+    return Beginning(lines, operation + " ");
 }
 inline bool Contains(const std::vector<std::string>& lines, const std::string& line) {
     return std::find(lines.begin(), lines.end(), line) != lines.end();

@@ -93,7 +93,16 @@ TEST_F(Keys, ShiftShowsFile3OnTheButtonsOfFile2AtTheExpertLevel) {
 
 // --- moving ---------------------------------------------------------------------------------------------------------------------
 
-TEST_F(Keys, TabWakesTheProgram) { ExpectActivity(tab, 100); }
+TEST_F(Keys, TabLetsTheExtremeMarksCome) {
+    FillSlot(0, 5000);
+    cursorPos[0] = 100000;
+    extremeMarkValid[0][0] = 1;
+    extremeMarkSample[0][0] = 1000;
+    extremeMarkY[0][0] = 200;
+    EXPECT_TRUE(Only(Recorded(DrawFrame), "DrawCircle").empty());
+    ExpectActivity(tab, 100);
+    EXPECT_FALSE(Only(Recorded(DrawFrame), "DrawCircle").empty());
+}
 
 TEST_F(Keys, EscGoesBackToNormalGraphs) {
     afMapOn = graphPositionOn = 1;

@@ -476,6 +476,16 @@ TEST_F(Mouse, MiddleOnAValueRowColoursTheCourseByIt) {
     EXPECT_EQ(courseColorChannel, 7) << "the right button is held";
 }
 
+TEST_F(Mouse, MiddleElsewhereLetsTheExtremeMarksCome) {
+    cursorPos[0] = 100000;
+    extremeMarkValid[0][0] = 1;
+    extremeMarkSample[0][0] = 1000;
+    extremeMarkY[0][0] = 200;
+    EXPECT_TRUE(Only(Recorded(DrawFrame), "DrawCircle").empty());
+    Click(middle, 600, 400);
+    EXPECT_FALSE(Only(Recorded(DrawFrame), "DrawCircle").empty());
+}
+
 TEST_F(Mouse, WheelUpMagnifiesByNotches) {
     ScriptWheel(2);
     Step();
