@@ -88,13 +88,13 @@ struct GoldenFrame : ProgramTest {
 
 TEST_F(GoldenFrame, DarkSchemeAsItOpens) {
     Prepare(1024, 768, 0);
-    EXPECT_EQ(PictureOf("dark"), 0xAF5DF927u);
+    EXPECT_EQ(PictureOf("dark"), 0xEA692815u);
 }
 
 TEST_F(GoldenFrame, LightSchemeWithoutBands) {
     GridFill = 0;
     Prepare(1024, 768, 1);
-    EXPECT_EQ(PictureOf("light"), 0x9034E8DAu);
+    EXPECT_EQ(PictureOf("light"), 0xCBBF1A66u);
 }
 
 TEST_F(GoldenFrame, AllChannelsAtTwentySamplesAPixel) {
@@ -103,7 +103,7 @@ TEST_F(GoldenFrame, AllChannelsAtTwentySamplesAPixel) {
     timeScale = 20;
     fileDim[0] = 1;
     fileBright[0] = 120;
-    EXPECT_EQ(PictureOf("dense"), 0x14E3C5B6u);
+    EXPECT_EQ(PictureOf("dense"), 0xD4E5F4EDu);
 }
 
 TEST_F(GoldenFrame, MagnifiedWithAddedTraces) {
@@ -112,14 +112,14 @@ TEST_F(GoldenFrame, MagnifiedWithAddedTraces) {
     viewZoom = 2.5;
     scrollY = 700;
     scrollBarGrow = 32;
-    EXPECT_EQ(PictureOf("magnified"), 0xC42FC2D6u);
+    EXPECT_EQ(PictureOf("magnified"), 0x103D7CD5u);
 }
 
 TEST_F(GoldenFrame, SmoothedAndMarkedInTheLightScheme) {
     Prepare(1024, 768, 1);
     Shifter = ctrlDown = 1;
     timeScale = 1.5;
-    EXPECT_EQ(PictureOf("smoothed"), 0x59690CA2u);
+    EXPECT_EQ(PictureOf("smoothed"), 0xC961A7D2u);
 }
 
 TEST_F(GoldenFrame, OperationsInBothSchemes) {
