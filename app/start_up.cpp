@@ -29,6 +29,7 @@
 static constexpr char versionText[] = "ZRKA Ver 1.01.64";
 
 void LoadDefaults() {
+    DefaultDrawLayer();
     DefaultRunStore();
     DefaultSetupValues();
     DefaultNativeLog();

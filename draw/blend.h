@@ -66,8 +66,7 @@ void LerpAlong(uint32_t* out, const uint32_t* row, int count, const Walk& walk, 
 void LerpTexels(uint32_t* out, int count, const Walk& walk, const Texels& texels);
 }  // namespace plain
 
-namespace sse2 {
-void FillPixels(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Paint& paint);
+namespace sse2 {  // FillPixels stands in fill_sse2.h
 void CoverRow(uint32_t* row, const uint8_t* coverage, int count, const Paint& paint);
 void MixRow(uint32_t* row, const uint32_t* source, int count, const Mix& mix);
 void ReadTexels(uint32_t* out, const uint32_t* row, int count, const Texels& texels);

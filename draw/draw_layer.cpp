@@ -20,54 +20,70 @@ constexpr int exactWaitMs = 20;          // longer waits are rests: they end wit
 struct VideoMode {
     int bits, width, height, refresh;
 };
-static VideoMode videoMode{fallBackBits, fallBackWidth, fallBackHeight, 60};
-static Surface surface{nullptr, 0, 0, 0};
-static bool surfaceLost;
+// What is set before the window is made, or about it.
+struct LayerState {
+    VideoMode videoMode{fallBackBits, fallBackWidth, fallBackHeight, 60};
+    WindowOptions window{"", 0, 0, 0, fallBackWidth, fallBackHeight, false};
+    std::string title;
+    bool waitForBlank = true, runInBackground = true, imeAllowed = false;
+    void (*restore)() = nullptr;
+    bool surfaceLost = false;
+    bool pumpFailed = false;  // seen while waiting; the next ProcessMessages says so
+    int wheelRemainder = 0;   // delta, below one notch
+};
+static LayerState layer;
+static constexpr Surface noSurface{nullptr, 0, 0, 0};
+static Surface surface = noSurface;
 
-static std::string windowTitle;
-static WindowOptions windowOptions{"", 0, 0, 0, fallBackWidth, fallBackHeight, false};
-static bool waitForBlank = true, runInBackground = true, imeAllowed;
-static void (*restoreCallback)();
-static bool pumpFailed;     // seen while waiting; the next ProcessMessages says so
-static int wheelRemainder;  // delta, below one notch
+void DefaultDrawLayer() {
+    if (MainWindowOpen()) ShutDownDrawing();
+    layer = LayerState{};
+    DefaultDrawState();
+    DefaultImages();
+}
 
 const Surface& BackBufferSurface() { return surface; }
 
 // --- surface -------------------------------------------------------------------------------------------------------
 
-static int MakeSurface(int width, int height) {
+// A surface in the size of the video mode. The one at hand stays, with its picture, when it has that size.
+static bool MakeSurface() {
+    const VideoMode& mode = layer.videoMode;
+    if (surface.pixels && surface.width == mode.width && surface.height == mode.height) return true;
     int pitch = 0;
-    uint32_t* pixels = width <= surfaceSideLimit && height <= surfaceSideLimit ? AllocateWindowPixels(width, height, &pitch) : nullptr;
-    surface = pixels ? Surface{pixels, width, height, pitch} : Surface{nullptr, 0, 0, 0};
+    const bool sizeServed = mode.width <= surfaceSideLimit && mode.height <= surfaceSideLimit;
+    uint32_t* pixels = sizeServed ? AllocateWindowPixels(mode.width, mode.height, &pitch) : nullptr;
+    surface = pixels ? Surface{pixels, mode.width, mode.height, pitch} : noSurface;
     if (drawState.target.handle == backBuffer) TargetBackBuffer();
-    return pixels ? 0 : -1;
+    return pixels != nullptr;
 }
 
 // Makes the surface that the video mode asks for, or the small one.
 static int ApplyVideoMode() {
-    if (MakeSurface(videoMode.width, videoMode.height) == 0) return 0;
-    videoMode = {fallBackBits, fallBackWidth, fallBackHeight, videoMode.refresh};
-    return MakeSurface(videoMode.width, videoMode.height) == 0 ? -2 : -1;
+    if (MakeSurface()) return 0;
+    layer.videoMode = {fallBackBits, fallBackWidth, fallBackHeight, layer.videoMode.refresh};
+    return MakeSurface() ? -2 : -1;
 }
 
 int SetVideoMode(int bits, int width, int height, int refresh) {
     Record("SetVideoMode", bits, width, height, refresh);
     if ((bits != 0 && bits != 8 && bits != 16 && bits != 32) || width < 1 || height < 1) return -1;
-    videoMode = {bits == 0 ? 16 : bits, width, height, refresh};
+    layer.videoMode = {bits == 0 ? 16 : bits, width, height, refresh};
     return MainWindowOpen() ? ApplyVideoMode() : 0;
 }
 
 int ChangeVideoMode(int width, int height, int bits, int, int refresh) {
     const auto changed = [](int asked, int present) { return asked == -1 ? present : asked; };
-    return SetVideoMode(changed(bits, videoMode.bits), changed(width, videoMode.width), changed(height, videoMode.height),
-                        changed(refresh, videoMode.refresh));
+    const VideoMode& mode = layer.videoMode;
+    return SetVideoMode(changed(bits, mode.bits), changed(width, mode.width), changed(height, mode.height),
+                        changed(refresh, mode.refresh));
 }
 
 // --- window --------------------------------------------------------------------------------------------------------
 
 int InitDrawing() {
-    if (OpenMainWindow(windowOptions) != 0) return -1;
-    pumpFailed = surfaceLost = false;
+    if (OpenMainWindow(layer.window) != 0) return -1;
+    layer.pumpFailed = layer.surfaceLost = false;
     TargetBackBuffer();
     if (ApplyVideoMode() == -1) {
         CloseMainWindow();
@@ -79,25 +95,26 @@ int InitDrawing() {
 void ShutDownDrawing() {
     ResetFonts(0);
     DeleteAllImages();
-    surface = {nullptr, 0, 0, 0};
+    surface = noSurface;
     TargetBackBuffer();
     CloseMainWindow();
 }
 
-void LoseSurface() { surfaceLost = true; }
+void LoseSurface() { layer.surfaceLost = true; }
 
 // After a loss: a new surface, and what was drawn from the program's data is drawn again.
 static void RestoreSurface() {
-    surfaceLost = false;
-    if (ApplyVideoMode() != -1 && restoreCallback) restoreCallback();
+    layer.surfaceLost = false;
+    surface           = noSurface;
+    if (ApplyVideoMode() != -1 && layer.restore) layer.restore();
 }
 
 int ProcessMessages() {
-    if (pumpFailed || PumpMessages() != 0) {
-        pumpFailed = false;
+    if (layer.pumpFailed || PumpMessages() != 0) {
+        layer.pumpFailed = false;
         return -1;
     }
-    if (surfaceLost) RestoreSurface();
+    if (layer.surfaceLost) RestoreSurface();
     return 0;
 }
 
@@ -106,7 +123,7 @@ bool WindowCloseRequested() { return CloseRequested(); }
 int FlipScreen() {
     Record("FlipScreen");
     if (!surface.pixels) return -1;
-    if (PresentPixels(waitForBlank) == 0) return 0;
+    if (PresentPixels(layer.waitForBlank) == 0) return 0;
     LoseSurface();
     return -1;
 }
@@ -116,30 +133,30 @@ void GetWindowPos(int* x, int* y) { WindowPosition(x, y); }
 
 void ApplyWindowStyle() {
     if (!MainWindowOpen()) return;
-    MoveMainWindow(windowOptions.x, windowOptions.y);
-    SetWindowClientSize(windowOptions.width, windowOptions.height);
+    MoveMainWindow(layer.window.x, layer.window.y);
+    SetWindowClientSize(layer.window.width, layer.window.height);
 }
 
 void ApplyClientSize(int width, int height) {
-    windowOptions.width  = width;
-    windowOptions.height = height;
+    layer.window.width  = width;
+    layer.window.height = height;
     if (MainWindowOpen()) SetWindowClientSize(width, height);
 }
 
 void SetWindowTitle(const char* utf8) {
-    windowTitle         = utf8;
-    windowOptions.title = windowTitle.c_str();
+    layer.title        = utf8;
+    layer.window.title = layer.title.c_str();
 }
-void SetWindowIcon(int resourceId) { windowOptions.iconResource = resourceId; }
+void SetWindowIcon(int resourceId) { layer.window.iconResource = resourceId; }
 void SetWindowPosition(int x, int y) {
-    windowOptions.x = x;
-    windowOptions.y = y;
+    layer.window.x = x;
+    layer.window.y = y;
 }
-void SetStartMinimised(bool minimised) { windowOptions.minimised = minimised; }
-void SetWaitForBlank(bool wait) { waitForBlank = wait; }
-void SetRunInBackground(bool run) { runInBackground = run; }
+void SetStartMinimised(bool minimised) { layer.window.minimised = minimised; }
+void SetWaitForBlank(bool wait) { layer.waitForBlank = wait; }
+void SetRunInBackground(bool run) { layer.runInBackground = run; }
 void SetDialogWindow(void* window) { SetDialogKeysWindow(window); }
-void SetRestoreCallback(void (*rebuild)()) { restoreCallback = rebuild; }
+void SetRestoreCallback(void (*rebuild)()) { layer.restore = rebuild; }
 
 // --- time ----------------------------------------------------------------------------------------------------------
 
@@ -149,7 +166,7 @@ void WaitMs(int milliseconds) {
     const auto left = [=] { return static_cast<int>(end - spin - SteadyMs()); };
     while (left() > 0) {
         if (ProcessMessages() != 0) {
-            pumpFailed = !CloseRequested();
+            layer.pumpFailed = !CloseRequested();
             SleepMs(left());
             break;
         }
@@ -163,15 +180,15 @@ int NowMs() { return static_cast<int>(SteadyMs() & 0x7FFFFFFF); }
 // --- input ---------------------------------------------------------------------------------------------------------
 
 // Input is read in the background too, unless that was switched off.
-static bool InputRead() { return runInBackground || ForegroundWindow() != Foreground::other; }
+static bool InputRead() { return layer.runInBackground || ForegroundWindow() != Foreground::other; }
 
 void GetMousePos(int* x, int* y) { MousePosition(x, y); }
 uint32_t GetMouseButtons() { return InputRead() ? MouseButtonMask() : 0; }
 
 int GetWheelNotches() {
-    wheelRemainder += TakeWheelDelta();
-    const int notches = wheelRemainder / wheelNotch;
-    wheelRemainder -= notches * wheelNotch;
+    layer.wheelRemainder += TakeWheelDelta();
+    const int notches = layer.wheelRemainder / wheelNotch;
+    layer.wheelRemainder -= notches * wheelNotch;
     return notches;
 }
 
@@ -179,5 +196,5 @@ int GetHWheelDelta() { return TakeHWheelDelta(); }
 int TakeChar() { return TakeTypedChar(); }
 void DrainCharQueue() { ClearTypedChars(); }
 bool IsKeyDown(Key key) { return InputRead() && IsKeyHeld(key == Key::shift ? HeldKey::shift : HeldKey::ctrl); }
-void SetImeAllowed(bool allowed) { imeAllowed = allowed; }
-void ApplyImeSwitch() { AllowIme(imeAllowed); }
+void SetImeAllowed(bool allowed) { layer.imeAllowed = allowed; }
+void ApplyImeSwitch() { AllowIme(layer.imeAllowed); }

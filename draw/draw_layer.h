@@ -26,6 +26,10 @@ enum BlendMode : int {
 
 using Color = uint32_t;  // 0x00RRGGBB; only draw/ takes it apart
 
+// The start state: no window, image or font, the resting state, switches and sizes as they are before anyone sets them.
+// What a test has chosen outside of the program stays: AllowAlphaImages, SelectBackEnd, RecordOperations.
+void DefaultDrawLayer();
+
 // --- window and frame ---------------------------------------------------------------------------------------------
 
 // Sets the surface. 0 done; -1 failed (bits other than 0, 8, 16, 32, or a size below 1; bits 0 means 16); -2 only a
@@ -122,9 +126,9 @@ void SetBrightness(int r, int g, int b);
 void DrawLineF(float x1, float y1, float x2, float y2, Color color, int thickness);
 // One pixel wide, both ends drawn.
 void DrawLineI(int x1, int y1, int x2, int y2, Color color);
-// Right and bottom exclusive.
+// Right and bottom exclusive; corners in either order.
 void FillRect(int left, int top, int right, int bottom, Color color);
-// One pixel wide, right and bottom exclusive.
+// One pixel wide, right and bottom exclusive; corners in either order.
 void DrawBoxOutline(int left, int top, int right, int bottom, Color color);
 // Filled with fill 1, else an outline of the thickness. A negative radius draws nothing.
 void DrawCircle(int x, int y, int radius, Color color, int fill, int thickness);

@@ -4,7 +4,14 @@
 
 #include "draw/recording.h"
 
-DrawState drawState{{backBuffer, {nullptr, 0, 0, 0}, false}, blendNone, 255, 0xFFFFFF, 0, false};
+static constexpr DrawState restingState{{backBuffer, {nullptr, 0, 0, 0}, false}, blendNone, 255, 0xFFFFFF, 0, false};
+DrawState drawState = restingState;
+PaintRule paintRule{BlendKind::copy, true, 0xFFFFFF, 0xFFFFFF, 0, 0};
+
+void DefaultDrawState() {
+    drawState = restingState;
+    UpdatePaintRule();
+}
 
 static uint32_t PackChannels(int r, int g, int b) {
     const auto held = [](int value) { return static_cast<uint32_t>(std::clamp(value, 0, 255)); };
@@ -17,11 +24,13 @@ void SetBlend(int mode, int parameter) {
     Record("SetBlend", mode, parameter);
     drawState.blendMode      = mode;
     drawState.blendParameter = std::clamp(parameter, 0, 255);
+    UpdatePaintRule();
 }
 
 void SetBrightness(int r, int g, int b) {
     Record("SetBrightness", r, g, b);
     drawState.brightness = PackChannels(r, g, b);
+    UpdatePaintRule();
 }
 
 void SetTransparentColor(int r, int g, int b) {
@@ -49,24 +58,27 @@ static bool ChangesAlpha() { return drawState.target.alpha && drawState.blendMod
 
 static uint32_t AllChannels(int value) { return static_cast<uint32_t>(value) * 0x01010101u; }
 
-Paint PreparePaint(Color color) {
-    const uint32_t s = drawState.brightness == 0xFFFFFF ? color & 0xFFFFFF : MultiplyChannels(color, drawState.brightness);
-    const int p = drawState.blendParameter;
-    const BlendKind kind = KindOf(drawState.blendMode);
-    switch (kind) {
+void UpdatePaintRule() {
+    const uint32_t parameter = AllChannels(drawState.blendParameter);
+    const bool alphaTarget = drawState.target.alpha;
+    PaintRule rule{KindOf(drawState.blendMode), false, drawState.brightness, 0xFFFFFF, 0, 0};
+    switch (rule.kind) {
         case BlendKind::alpha:
-            if (p == 0) return {BlendKind::nothing, 0, 0};
-            if (ChangesAlpha()) return {kind, s | alphaBits, AllChannels(p)};
-            if (p == 255 && !drawState.target.alpha) return {BlendKind::copy, s, 0};
-            return {kind, s, AllChannels(p) & ~alphaBits};
+            rule.setBits = ChangesAlpha() ? alphaBits : 0;
+            rule.weight  = ChangesAlpha() ? parameter : parameter & ~alphaBits;
+            if (drawState.blendParameter == 0) rule.kind = BlendKind::nothing;
+            if (drawState.blendParameter == 255 && !alphaTarget) rule.kind = BlendKind::copy;
+            break;
         case BlendKind::add:
-        case BlendKind::subtract: {
-            const uint32_t scaled = p == 255 ? s : MultiplyChannels(s, AllChannels(p));
-            return {scaled ? kind : BlendKind::nothing, scaled, 0};
-        }
-        case BlendKind::multiply: return {s == 0xFFFFFF ? BlendKind::nothing : kind, s | alphaBits, 0};
-        default: return {BlendKind::copy, drawState.target.alpha ? s | alphaBits : s, 0};
+        case BlendKind::subtract:
+            rule.parameter = parameter & ~alphaBits;
+            if (drawState.blendParameter == 0) rule.kind = BlendKind::nothing;
+            break;
+        case BlendKind::multiply: rule.setBits = alphaBits; break;
+        default: rule.setBits = alphaTarget ? alphaBits : 0;
     }
+    rule.unscaled = rule.brightness == 0xFFFFFF && rule.parameter == 0xFFFFFF;
+    paintRule = rule;
 }
 
 Mix PrepareMix() {

@@ -20,8 +20,26 @@ struct DrawState {
     bool smooth;          // linear filter for scaled images
 };
 extern DrawState drawState;
+void DefaultDrawState();
 
-// The colour under the state at hand.
-Paint PreparePaint(Color color);
+// What the state at hand does to any colour; worked out whenever the state changes, so that a call costs little.
+struct PaintRule {
+    BlendKind kind;
+    bool unscaled;        // neither brightness nor parameter changes the colour
+    uint32_t brightness;  // factors per channel, in this order
+    uint32_t parameter;
+    uint32_t setBits;     // of every source
+    uint32_t weight;      // that of Paint
+};
+extern PaintRule paintRule;
+void UpdatePaintRule();
+
+// Whether the blend at hand leaves the target as it is.
+inline bool PaintsNothing() { return paintRule.kind == BlendKind::nothing; }
+// The source of a colour under the rule at hand; the rule's kind and weight go with it.
+inline uint32_t SourceOf(Color color) {
+    if (!paintRule.unscaled) color = MultiplyChannels(MultiplyChannels(color, paintRule.brightness), paintRule.parameter);
+    return (color & ~alphaBits) | paintRule.setBits;
+}
 // The blend of an image under the state at hand.
 Mix PrepareMix();

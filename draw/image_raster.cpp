@@ -1,6 +1,7 @@
 // From a mapped image to pixels: rows of samples are made in a small buffer and mixed into the target.
 #include <algorithm>
 
+#include "draw/fill_sse2.h"
 #include "draw/raster.h"
 
 constexpr int chunk = 256;       // pixels sampled at a time

@@ -12,8 +12,13 @@
 constexpr int64_t bmpFileLimit = int64_t{256} << 20;  // bytes; more than the largest image takes
 
 static std::vector<Image> images;
-static ImageOptions creationOptions{true, false};
+static ImageOptions creationOptions;
 static bool alphaAllowed = true;
+
+void DefaultImages() {
+    images.clear();
+    creationOptions = {true, false};
+}
 
 Image* FindImage(int handle) {
     if (handle < 0 || handle >= static_cast<int>(images.size()) || !images[handle].surface.pixels) return nullptr;
@@ -75,7 +80,11 @@ int LoadImageFile(const char* fileName, int transparent) {
     return handle;
 }
 
-void TargetBackBuffer() { drawState.target = {backBuffer, BackBufferSurface(), false}; }
+static void TakeTarget(const DrawTarget& target) {
+    drawState.target = target;
+    UpdatePaintRule();
+}
+void TargetBackBuffer() { TakeTarget({backBuffer, BackBufferSurface(), false}); }
 
 static void FreeImage(int handle) {
     images[handle] = Image{};
@@ -100,7 +109,7 @@ void SetDrawTarget(int image) {
     Image* found = FindImage(image);
     if (!found || !found->options.drawable) return;
     found->visibleKnown = false;
-    drawState.target    = {image, found->surface, found->options.alpha};
+    TakeTarget({image, found->surface, found->options.alpha});
 }
 
 void ClearImageBlack(int image) {

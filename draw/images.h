@@ -26,9 +26,10 @@ struct Image {
     bool visibleKnown;
 };
 
+void DefaultImages();
 // nullptr for a bad handle.
 Image* FindImage(int handle);
-// Clears the black or clear image of a size; -1 when there is no memory for it or a side is out of range.
+// Makes a black image, or a clear one with alpha; -1 when there is no memory for it or a side is out of range.
 int AddImage(int width, int height, const ImageOptions& options);
 // The colour that a transparent draw leaves out; meaningless in an image with an alpha channel.
 Color TransparentColorOf(const Image& image);

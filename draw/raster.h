@@ -29,8 +29,9 @@ struct MappedImage {
 };
 
 struct BackEnd {
-    void (*fill)(const PixelRect& area, const Paint& paint);
-    void (*cover)(const PixelRect& area, const uint8_t* coverage, int coveragePitch, const Paint& paint);
+    // `source` is that of a colour under the rule at hand.
+    void (*fill)(int left, int top, int width, int height, uint32_t source);
+    void (*cover)(const PixelRect& area, const uint8_t* coverage, int coveragePitch, uint32_t source);
     void (*image)(const MappedImage& image);
 };
 extern const BackEnd* backEnd;  // set by SelectBackEnd

@@ -19,14 +19,17 @@ void AppendArgument(const char* text);
 void AppendArgument(ImageArgument image);
 void AppendArgument(FontArgument font);
 
-// One line: the operation's name and its arguments.
 template <class... Arguments>
-inline void Record(const char* operation, Arguments... arguments) {
-    if (!recordedLines) [[likely]]
-        return;
+[[gnu::noinline, gnu::cold]] void AppendLine(const char* operation, Arguments... arguments) {
     recordedLines->append(operation);
     (AppendArgument(arguments), ...);
     recordedLines->push_back('\n');
+}
+// One line: the operation's name and its arguments.
+template <class... Arguments>
+inline void Record(const char* operation, Arguments... arguments) {
+    if (recordedLines) [[unlikely]]
+        AppendLine(operation, arguments...);
 }
 
 // The names of handles that are gone.

@@ -73,22 +73,22 @@ static void ForEachGlyph(Font& font, const char* text, int bytes, Visit visit) {
     }
 }
 
-static void DrawGlyph(const Glyph& glyph, int x, int y, const Paint& paint) {
+static void DrawGlyph(const Glyph& glyph, int x, int y, uint32_t source) {
     const int left = x + glyph.left, top = y + glyph.top;
     const PixelRect area = ClipToTarget({left, top, left + glyph.width, top + glyph.height});
     if (Empty(area)) return;
     const uint8_t* coverage = glyph.coverage.data() + ptrdiff_t{glyph.width} * (area.top - top) + (area.left - left);
-    backEnd->cover(area, coverage, glyph.width, paint);
+    backEnd->cover(area, coverage, glyph.width, source);
 }
 
 static void DrawBytes(int x, int y, const char* text, Color color, int fontHandle) {
     Font* font = FindFont(fontHandle);
-    const Paint paint = PreparePaint(color);
-    if (!font || paint.kind == BlendKind::nothing) return;
+    const uint32_t source = SourceOf(color);
+    if (!font || PaintsNothing()) return;
     y = std::clamp(y, -placeLimit, placeLimit);
     int64_t pen = x;
     ForEachGlyph(*font, text, INT_MAX, [&](const Glyph& glyph) {
-        if (pen > -placeLimit && pen < placeLimit) DrawGlyph(glyph, static_cast<int>(pen), y, paint);
+        if (pen > -placeLimit && pen < placeLimit) DrawGlyph(glyph, static_cast<int>(pen), y, source);
         pen += glyph.advance;
     });
 }
