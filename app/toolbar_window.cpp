@@ -3,6 +3,9 @@
 
 #include <commctrl.h>
 
+#include <string>
+#include <vector>
+
 #include "app/frame_loop.h"
 #include "platform/tool_window.h"
 #include "platform/win32/wide.h"
@@ -10,8 +13,29 @@
 #include "resources/resource.h"
 
 static HWND toolWindow;
-static HWND tips;
 static ToolWindowEvents events;
+
+// Made when the mouse first comes over the tool bar, which owns them: start-up should not wait for them.
+struct TipText {
+    int button;
+    std::wstring text;
+};
+static std::vector<TipText> tipTexts;
+static HWND tips;
+
+static void MakeTips() {
+    tips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
+                           CW_USEDEFAULT, CW_USEDEFAULT, toolWindow, nullptr, GetModuleHandleW(nullptr), nullptr);
+    for (TipText& tip : tipTexts) {
+        TTTOOLINFOW tool = {};
+        tool.cbSize      = sizeof tool;
+        tool.uFlags      = TTF_IDISHWND | TTF_SUBCLASS;
+        tool.hwnd        = toolWindow;
+        tool.uId         = reinterpret_cast<UINT_PTR>(GetDlgItem(toolWindow, tip.button));
+        tool.lpszText    = tip.text.data();
+        SendMessageW(tips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    }
+}
 
 static void OnPower(WPARAM what) {
     switch (what) {
@@ -29,12 +53,16 @@ static void OnPower(WPARAM what) {
 static void OnGone() {
     toolWindow = nullptr;
     tips       = nullptr;
+    tipTexts.clear();
     events.gone();
 }
 
 static INT_PTR CALLBACK ToolbarProc(HWND window, UINT message, WPARAM wParam, LPARAM) {
     switch (message) {
         case WM_INITDIALOG: return FALSE;  // leave the focus where it is
+        case WM_SETCURSOR:
+            if (!tips) MakeTips();
+            return FALSE;
         case WM_CLOSE:
         case WM_QUIT: events.closed(); return TRUE;
         case WM_DESTROY: OnGone(); return TRUE;
@@ -75,25 +103,7 @@ void SetToolButtonIcon(int id, int iconResource) {
     SendDlgItemMessageW(toolWindow, id, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
 }
 
-// Made with the first text; the tips go with the tool bar, which owns them.
-static HWND Tips() {
-    if (!tips)
-        tips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
-                               CW_USEDEFAULT, CW_USEDEFAULT, toolWindow, nullptr, GetModuleHandleW(nullptr), nullptr);
-    return tips;
-}
-
-void SetToolButtonTip(int id, const char* text) {
-    if (!toolWindow) return;
-    std::wstring wide = Wide(text);
-    TTTOOLINFOW tool  = {};
-    tool.cbSize       = sizeof tool;
-    tool.uFlags       = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd         = toolWindow;
-    tool.uId          = reinterpret_cast<UINT_PTR>(GetDlgItem(toolWindow, id));
-    tool.lpszText     = wide.data();
-    SendMessageW(Tips(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-}
+void SetToolButtonTip(int id, const char* text) { tipTexts.push_back({id, Wide(text)}); }
 
 ScreenRect ToolWindowRect() {
     RECT rect = {};

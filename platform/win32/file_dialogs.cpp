@@ -18,7 +18,15 @@ static std::wstring FilterText(const FileDialog& dialog) {
     return text;
 }
 
-static int Ask(const FileDialog& dialog, DWORD flags, BOOL(WINAPI* ask)(OPENFILENAMEW*), char path[pathSize]) {
+// Loaded when it is first wanted: it brings the whole shell with it, which start-up should not wait for.
+using AskFunction = BOOL(WINAPI*)(OPENFILENAMEW*);
+static AskFunction CommonDialog(const char* name) {
+    const HMODULE library = LoadLibraryW(L"comdlg32.dll");
+    return reinterpret_cast<AskFunction>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+}
+
+static int Ask(const FileDialog& dialog, DWORD flags, const char* function, char path[pathSize]) {
+    const AskFunction ask = CommonDialog(function);
     const std::wstring filters   = FilterText(dialog);
     const std::wstring folder    = Wide(dialog.startFolder ? dialog.startFolder : "");
     const std::wstring extension = Wide(dialog.defaultExtension ? dialog.defaultExtension : "");
@@ -36,7 +44,7 @@ static int Ask(const FileDialog& dialog, DWORD flags, BOOL(WINAPI* ask)(OPENFILE
     options.lpstrDefExt     = extension.empty() ? nullptr : extension.c_str();
     // Without OFN_NOCHANGEDIR a mere look into folders would already move the current one.
     options.Flags = flags | OFN_EXPLORER | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
-    if (!ask(&options)) return 0;
+    if (!ask || !ask(&options)) return 0;
 
     const std::string choice = Utf8(name);
     if (choice.size() >= pathSize) return 0;
@@ -46,9 +54,9 @@ static int Ask(const FileDialog& dialog, DWORD flags, BOOL(WINAPI* ask)(OPENFILE
 }
 
 int AskOpenFile(const FileDialog& dialog, char path[pathSize]) {
-    return Ask(dialog, OFN_FILEMUSTEXIST, GetOpenFileNameW, path);
+    return Ask(dialog, OFN_FILEMUSTEXIST, "GetOpenFileNameW", path);
 }
 
 int AskSaveFile(const FileDialog& dialog, char path[pathSize]) {
-    return Ask(dialog, dialog.overwritePrompt ? OFN_OVERWRITEPROMPT : 0, GetSaveFileNameW, path);
+    return Ask(dialog, dialog.overwritePrompt ? OFN_OVERWRITEPROMPT : 0, "GetSaveFileNameW", path);
 }
