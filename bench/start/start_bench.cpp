@@ -76,7 +76,6 @@ int main(int argc, char** argv) {
                 std::fprintf(stderr, "%s drew no frame\n", candidates[i].name);
                 return 1;
             }
-
             if (run >= 0) times[i].push_back(elapsed);
         }
     }

@@ -1,5 +1,6 @@
 #include "tests/windows/program.h"
 
+#include <algorithm>
 #include <cstring>
 #include <set>
 
@@ -57,11 +58,11 @@ Picture ReadBmp(const std::string& path) {
     return picture;
 }
 
-int Picture::DifferentPixels(const Picture& other, int fromX) const {
+int Picture::DifferentPixels(const Picture& other, RECT part) const {
     if (width != other.width || height != other.height) return -1;
     int different = 0;
-    for (int y = 0; y < height; ++y)
-        for (int x = fromX; x < width; ++x) different += At(x, y) != other.At(x, y);
+    for (int y = part.top; y < std::min<int>(height, part.bottom); ++y)
+        for (int x = part.left; x < std::min<int>(width, part.right); ++x) different += At(x, y) != other.At(x, y);
     return different;
 }
 

@@ -22,8 +22,8 @@ struct Picture {
     std::vector<uint32_t> pixels;
     bool operator==(const Picture&) const = default;
     uint32_t At(int x, int y) const { return pixels[static_cast<size_t>(y) * width + x]; }
-    // From a column on; -1 when the sizes differ.
-    int DifferentPixels(const Picture& other, int fromX = 0) const;
+    // Inside `part`; -1 when the sizes differ.
+    int DifferentPixels(const Picture& other, RECT part = {0, 0, 10000, 10000}) const;
 };
 Picture GrabClient(HWND window);
 Picture ReadBmp(const std::string& path);
