@@ -1,6 +1,7 @@
 #include "analysis/lap_marks.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "analysis/lap_stats.h"
 #include "draw/draw_layer.h"
@@ -61,7 +62,8 @@ static Color MarkColor(int slot) { return colortype == 1 ? lapLineColor[slot] : 
 static void DrawMarksOf(int slot, int radius) {
     const TimeMapping mapping = MapTime(slot);
     for (int entry = 0; entry < extremeMarkTotal && extremeMarkValid[slot][entry]; entry++) {
-        const int x = TruncToInt(SampleToX(mapping, static_cast<int>(extremeMarkSample[slot][entry])));
+        const double offset = (extremeMarkSample[slot][entry] * 100.0 - mapping.cursor) * mapping.pixelsPerSample * 0.01;
+        const int x = TruncToInt(std::trunc(offset) + mapping.baseLineX);
         const int y = TruncToInt(extremeMarkY[slot][entry] * viewZoom - scrollY);
         if (x > 0 && x < clientWidth) DrawCircle(x, y, radius, MarkColor(slot), 0, 1);
     }

@@ -28,8 +28,8 @@ static bool Sorts(int page, int column) { return page == 0 || (column >= 5 && co
 // What a row is compared by, smaller is better. 0 for all rows where the key does not sort.
 static double SortValue(int slot, int page, int sectors, int row) {
     const int column = sortKey[slot] - 1;
-    if (column == 0) return LapTimeOf(slot, row);
-    if (sectors) return column <= 7 ? SectorTimeOf(slot, row, column - 1) : 0;
+    if (column == 0) return lapStats[slot].lapTime[row];
+    if (sectors) return column <= 7 ? lapStats[slot].sectorTime[row][column - 1] : 0;
     const int stat = PageColumn(page, column);
     if (stat < 0 || !Sorts(page, column)) return 0;
     return -statColumns[stat].sign * StatValue(slot, stat, row);

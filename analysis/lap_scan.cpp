@@ -123,6 +123,7 @@ void ScanLap(int slot, uint32_t first, uint32_t last, float factor, LapScan& sca
     for (uint32_t start = first; start < last; start += blockSize) {
         const int count = static_cast<int>(std::min<uint32_t>(blockSize, last - start));
         const auto take = [&](const auto& array, ScanChannel channel) {
+            if (array.size() < start + count) return;  // the suspension speeds of a log too long for the memory
             TakeIn(array.data() + start, count, start, scan.lowest[channel], scan.highest[channel]);
         };
         TakeInNe(slot, start, count, factor, scan);

@@ -63,12 +63,19 @@ static ScanKey KeyAtHand(int slot) {
 
 double StatValue(int slot, int column, int row) {
     const StatColumn& c = statColumns[column];
-    if (row == emptyRow) return c.start;
     return c.slip ? static_cast<double>((lapStats[slot].*c.slip)[row]) : (lapStats[slot].*c.value)[row];
 }
 
-int LapTimeOf(int slot, int row) { return row == emptyRow ? noLapTime : lapStats[slot].lapTime[row]; }
-int SectorTimeOf(int slot, int row, int sector) { return row == emptyRow ? noLapTime : lapStats[slot].sectorTime[row][sector]; }
+double BestValue(int slot, int column) {
+    const int row = bestRow[slot][column];
+    return row == emptyRow ? statColumns[column].start : StatValue(slot, column, row);
+}
+
+int LapTimeAt(int slot, int pointer) { return pointer == emptyRow ? noLapTime : lapStats[slot].lapTime[pointer]; }
+
+int SectorTimeAt(int slot, int pointer, int sector) {
+    return pointer == emptyRow ? noLapTime : lapStats[slot].sectorTime[pointer][sector];
+}
 
 int StoredValue(int slot, int channel, uint32_t sample) {
     switch (channel) {
@@ -153,11 +160,11 @@ static void FindBestRows(int slot) {
     bestLap[slot] = secondLap[slot] = emptyRow;
     for (int row = 0; row <= lapCount[slot] - marks; row += marks) {
         if (!lapChecked[slot][row]) continue;
-        TakeAsBest(lapStats[slot].lapTime[row], row, LapTimeOf(slot, bestLap[slot]), LapTimeOf(slot, secondLap[slot]),
+        TakeAsBest(lapStats[slot].lapTime[row], row, LapTimeAt(slot, bestLap[slot]), LapTimeAt(slot, secondLap[slot]),
                    bestLap[slot], secondLap[slot]);
         for (int column = 0; column < statTotal; column++) {
-            const double value = StatValue(slot, column, row), best = StatValue(slot, column, bestRow[slot][column]);
-            if (statColumns[column].sign * value > statColumns[column].sign * best) bestRow[slot][column] = row;
+            const int sign = statColumns[column].sign;
+            if (sign * StatValue(slot, column, row) > sign * BestValue(slot, column)) bestRow[slot][column] = row;
         }
     }
 }
@@ -214,6 +221,7 @@ void DefaultLapStats() {
     for (int slot = 0; slot < fileSlots; slot++) {
         scannedFor[slot] = {};
         ClearStats(slot);
+        DefaultSectorTimes(slot);
         std::fill(std::begin(lapChecked[slot]), std::end(lapChecked[slot]), 0);
         ResetLapChecks(slot);
     }

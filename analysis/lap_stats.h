@@ -72,10 +72,12 @@ void TakeAsBest(int candidate, int row, int valueOfBest, int valueOfSecond, int&
 void ComputeLapStats();
 // The pattern of an opened table: all but the out lap and the last, unfinished lap.
 void ResetLapChecks(int slot);
-// Value of a column in a row; emptyRow has the start value.
+// Value of a column in a row.
 double StatValue(int slot, int column, int row);
-int LapTimeOf(int slot, int row);
-int SectorTimeOf(int slot, int row, int sector);
+// Values at a best pointer; emptyRow has the start values, also when a lap stands in that row.
+double BestValue(int slot, int column);
+int LapTimeAt(int slot, int pointer);
+int SectorTimeAt(int slot, int pointer, int sector);
 // A channel's stored value at a sample, Slip x 100 truncated.
 int StoredValue(int slot, int channel, uint32_t sample);
 // Times the samples were read by ComputeLapStats since start, for the tests that count them.

@@ -114,7 +114,7 @@ static void WriteValue(char* text, size_t size, int slot, CellForm form, const S
                           row >= lapCount[slot] ? count * 0.01 : StatValue(slot, static_cast<int>(&column - statColumns), row));
             break;
         case CellForm::input:
-            std::snprintf(text, size, analog[slot][input].type == 1 ? "%5.2f" : "%5.1f", count * DividerOf(slot, input) * 0.01);
+            std::snprintf(text, size, analog[slot][input].type == 1 ? "%5.2f" : "%5.1f", 1.0 * count * DividerOf(slot, input) * 0.01);
             break;
         case CellForm::speed: std::snprintf(text, size, "%5d", count); break;
     }
@@ -123,7 +123,7 @@ static void WriteValue(char* text, size_t size, int slot, CellForm form, const S
 static void WriteSector(char* text, size_t size, int slot, int row, int line, int column) {
     text[0] = 0;
     if (column <= sectorColumns) {
-        const int samples = SectorTimeOf(slot, row, column - 1);
+        const int samples = lapStats[slot].sectorTime[row][column - 1];
         if (samples == noLapTime)
             std::snprintf(text, size, "-");
         else
@@ -146,12 +146,12 @@ static void WriteLapTime(char* text, size_t size, int slot, int row) {
 // Red by value, so that all equal laps are red, checked or not. The averages are never best.
 static bool IsBest(int slot, int row, int column) {
     if (row >= lapCount[slot]) return false;
-    if (column == 0) return lapStats[slot].lapTime[row] == LapTimeOf(slot, bestLap[slot]);
+    if (column == 0) return lapStats[slot].lapTime[row] == LapTimeAt(slot, bestLap[slot]);
     if (sectorView)
         return column <= sectorColumns &&
-               SectorTimeOf(slot, row, column - 1) == SectorTimeOf(slot, bestSector[slot][column - 1], column - 1);
+               lapStats[slot].sectorTime[row][column - 1] == SectorTimeAt(slot, bestSector[slot][column - 1], column - 1);
     const int stat = PageColumn(statPage, column);
-    return stat >= 0 && StatValue(slot, stat, row) == StatValue(slot, stat, bestRow[slot][stat]);
+    return stat >= 0 && StatValue(slot, stat, row) == BestValue(slot, stat);
 }
 
 static void WriteCell(LapCell& cell, int slot, int row, int line, int column) {
@@ -291,7 +291,7 @@ static int CellTarget(int slot, int row, int column) {
     if (sectorView) {
         if (column > sectorColumns) return -2;
         int64_t target = lapStart[slot][row];
-        for (int sector = 0; sector + 2 <= column; sector++) target += SectorTimeOf(slot, row, sector);
+        for (int sector = 0; sector + 2 <= column; sector++) target += lapStats[slot].sectorTime[row][sector];
         return target > sampleCount[slot] ? -1 : static_cast<int>(target);
     }
     if (column == 0) return statPage == 0 ? static_cast<int>(lapStart[slot][row]) : -2;

@@ -6,9 +6,13 @@
 #pragma once
 
 // Fills sectorTime, bestSector and secondSector of a slot; a slot not in use has no times. With two or three marks per lap
-// the slot's row of sectorMark is overwritten.
+// the slot's row of sectorMark is overwritten. The samples are read once per load, set of marks and course.
 void ComputeSectorTimes(int slot);
 // 0.01 s: the best sectors of checked laps joined together.
 int IdealTimeCentis(int slot);
 // 0.01 s: mean time of the checked laps.
 int MeanLapCentis(int slot);
+// Times the samples were read for sector times since start, for the tests that count them.
+extern int sectorScanCount;
+// A slot without sector times.
+void DefaultSectorTimes(int slot);

@@ -3,6 +3,8 @@
 
 #include <cstring>
 
+#include "analysis/final_simulation.h"
+#include "analysis/lap_stats.h"
 #include "app/toolbar.h"
 #include "draw/draw_layer.h"
 #include "graph/color_scheme.h"
@@ -25,11 +27,13 @@ static void PlaceTitle(int slot) {
     SetTitleRect(slot, 10, top, width + 10, (slot + 1) * rowHeight + top);
 }
 
-// A new log fades in from black and wears its own engine speed.
+// A new log fades in from black, wears its own engine speed, and all its whole laps count.
 static void ShowNewLog(int slot) {
     fileBright[slot] = 0;
     fileDim[slot] = 0;
     neFactor[slot] = 1.0f;
+    if (slot == 0) ResetFinalSimulation();
+    ResetLapChecks(slot);
     histForce = 1;
 }
 

@@ -1,6 +1,7 @@
 // start_up.cpp -- from the entry point to the first pass, recovery of a lost device, and the end of the run.
 #include <cstdio>
 
+#include "analysis/final_simulation.h"
 #include "analysis/lap_marks.h"
 #include "analysis/lap_order.h"
 #include "analysis/lap_stats.h"
@@ -46,6 +47,7 @@ void LoadDefaults() {
     DefaultLapMarks();
     DefaultLapStats();
     DefaultLapTable();
+    DefaultFinalSimulation();
     DefaultToolbar();
     DefaultInputStep();
     DefaultFrameLoop();

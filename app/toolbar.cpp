@@ -1,5 +1,6 @@
 #include "app/toolbar.h"
 
+#include "analysis/lap_marks.h"
 #include "app/frame_loop.h"
 #include "draw/draw_layer.h"
 #include "graph/view_state.h"
@@ -55,6 +56,7 @@ static void ShowStates() {
 }
 
 static void Pressed(int id, bool on) {
+    ReleaseMarks();
     if (IsCheckButton(id)) checked[id - firstCheckButton] = on;
     BringMainWindowToFront();  // the keyboard keeps working
 }

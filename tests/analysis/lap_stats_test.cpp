@@ -10,6 +10,7 @@
 #include "app/frame_loop.h"
 #include "graph/view_state.h"
 #include "run_data/fixed_point.h"
+#include "run_data/run_events.h"
 #include "tests/analysis/random_log.h"
 #include "views/course_file.h"
 
@@ -169,10 +170,15 @@ TEST_F(LapStatistics, AverageRowHoldsMeansOverTheCheckedLapsWithoutTheFactor) {
 TEST_F(LapStatistics, ACheckBoxCostsNothingInSamples) {
     MakeRandomLog(0, 5000, {1000, 2000, 3000, 4000});
     ComputeLapStats();
-    const int scans = lapScanCount;
+    const int scans = lapScanCount, sectorScans = sectorScanCount;
     lapChecked[0][2] = 0;
     ComputeLapStats();
     EXPECT_EQ(lapScanCount, scans);
+    EXPECT_EQ(sectorScanCount, sectorScans);
+    sectorMark[0][1] = 40;
+    ComputeLapStats();
+    EXPECT_EQ(lapScanCount, scans);
+    EXPECT_EQ(sectorScanCount, sectorScans + 1);
     neFactor[0] = 0.9f;
     ComputeLapStats();
     EXPECT_EQ(lapScanCount, scans + 1);
@@ -192,9 +198,53 @@ TEST_F(LapStatistics, ABestRowOf510NamesTheStartValuesAlsoInALogOfThatManyLaps) 
     std::fill(std::begin(lapChecked[0]), std::end(lapChecked[0]), 0);
     ComputeLapStats();
     EXPECT_EQ(bestRow[0][statMaxNe], emptyRow);
-    EXPECT_EQ(StatValue(0, statMaxNe, bestRow[0][statMaxNe]), 0);
-    EXPECT_EQ(StatValue(0, statMinNe, bestRow[0][statMinNe]), 65535);
-    EXPECT_EQ(LapTimeOf(0, bestLap[0]), noLapTime);
+    EXPECT_EQ(BestValue(0, statMaxNe), 0);
+    EXPECT_EQ(BestValue(0, statMinNe), 65535);
+    EXPECT_EQ(LapTimeAt(0, bestLap[0]), noLapTime);
+}
+
+TEST_F(LapStatistics, ALapInRow510HasItsOwnValuesThoughNoPointerNamesIt) {
+    std::vector<uint32_t> marks;
+    for (uint32_t k = 1; k < 511; k++) marks.push_back(k * 10);
+    MakeRandomLog(0, 6000, marks);
+    std::fill(std::begin(lapChecked[0]), std::end(lapChecked[0]), 1);
+    sortKey[0] = 1;
+    ComputeLapStats();
+    EXPECT_EQ(lapStats[0].lapTime[510], 900);
+    EXPECT_EQ(StatValue(0, statMaxNe, 510), lapStats[0].maxNe[510]);
+    EXPECT_GT(StatValue(0, statMaxNe, 510), 0);
+    EXPECT_EQ(lapOrder[0][510], 510) << "the longest lap comes last";
+}
+
+TEST_F(LapStatistics, SuspensionSpeedsThatFoundNoMemoryAreNotRead) {
+    MakeRandomLog(0, 3000, {1000, 2000});
+    VFSus[0].resize(16);
+    VFSus[0].shrink_to_fit();
+    ComputeLapStats();
+    EXPECT_EQ(lapStats[0].maxVFSus[1], 0);
+    EXPECT_GT(lapStats[0].maxVRSus[1], 0);
+}
+
+TEST_F(LapStatistics, MarksThatDoNotRiseAndMarksPastTheEndDoNoHarm) {
+    MakeRandomLog(0, 5000, {1000, 2000, 3000, 4999});
+    lapStart[0][1] = 3000;
+    lapStart[0][2] = 1000;
+    lapStart[0][3] = 4000000000u;
+    coursePointCount = 1;
+    sectorMark[0][1] = 1;
+    ComputeLapStats();
+    EXPECT_EQ(lapStats[0].lapTime[1], noLapTime) << "from 3000 to 1000";
+    EXPECT_EQ(lapStats[0].sectorTime[1][0], noLapTime);
+    EXPECT_EQ(lapStats[0].sectorTime[3][0], noLapTime) << "starts behind the log";
+}
+
+TEST_F(LapStatistics, ANewLogsLapsAreCheckedButTheFirstAndTheLast) {
+    MakeRandomLog(1, 5000, {1000, 2000, 3000});
+    std::fill(std::begin(lapChecked[1]), std::end(lapChecked[1]), 0);
+    lapChecked[0][0] = 0;
+    AfterLoad(1, LoadResult::loaded);
+    EXPECT_EQ(std::vector<int>(lapChecked[1], lapChecked[1] + 5), (std::vector<int>{0, 1, 1, 0, 0}));
+    EXPECT_EQ(lapChecked[0][0], 0) << "the other files keep theirs";
 }
 
 TEST_F(LapStatistics, SortingIsStableAndALafColumnOfPageTwoKeepsTheLapOrder) {
@@ -225,9 +275,9 @@ TEST_F(LapStatistics, WithoutBoundariesTheFirstSectorIsTheWholeLapByTheFrontWhee
     MakeRandomLog(0, 5000, {1000, 2000, 3100, 4000});
     coursePointCount = 100;
     ComputeLapStats();
-    EXPECT_EQ(SectorTimeOf(0, 2, 0), 1100);
-    for (int sector = 1; sector < sectorTotal; sector++) EXPECT_EQ(SectorTimeOf(0, 2, sector), noLapTime);
-    EXPECT_EQ(IdealTimeCentis(0), SectorTimeOf(0, bestSector[0][0], 0) / 2);
+    EXPECT_EQ(lapStats[0].sectorTime[2][0], 1100);
+    for (int sector = 1; sector < sectorTotal; sector++) EXPECT_EQ(lapStats[0].sectorTime[2][sector], noLapTime);
+    EXPECT_EQ(IdealTimeCentis(0), SectorTimeAt(0, bestSector[0][0], 0) / 2);
 }
 
 TEST_F(LapStatistics, ABoundaryOutOfReachIsSkippedAndTheNextSectorCountsOn) {
@@ -235,15 +285,15 @@ TEST_F(LapStatistics, ABoundaryOutOfReachIsSkippedAndTheNextSectorCountsOn) {
     coursePointCount = 1;  // no course: each boundary is a whole lap times the mark
     sectorMark[0][1] = 3;
     ComputeLapStats();
-    EXPECT_EQ(SectorTimeOf(0, 1, 0), noLapTime);
-    EXPECT_NE(SectorTimeOf(0, 1, 1), noLapTime);
+    EXPECT_EQ(lapStats[0].sectorTime[1][0], noLapTime);
+    EXPECT_NE(lapStats[0].sectorTime[1][1], noLapTime);
 }
 
 TEST_F(LapStatistics, UncheckedLapsHaveSectorTimesButAreNoCandidates) {
     MakeRandomLog(0, 5000, {1000, 1700, 3000, 4000});
     lapChecked[0][1] = 0;
     ComputeLapStats();
-    EXPECT_NE(SectorTimeOf(0, 1, 0), noLapTime);
+    EXPECT_NE(lapStats[0].sectorTime[1][0], noLapTime);
     EXPECT_NE(bestSector[0][0], 1);
 }
 
@@ -255,6 +305,44 @@ TEST_F(LapStatistics, TwoMarksPerLapAreTheSectorsAndOverwriteTheBoundaries) {
     EXPECT_EQ(sectorMark[0][0], 1);
     EXPECT_EQ(sectorMark[0][1], 2);
     EXPECT_EQ(sectorMark[0][2], noSectorMark);
-    EXPECT_EQ(SectorTimeOf(0, 2, 0), 1300);
-    EXPECT_EQ(SectorTimeOf(0, 2, 1), 1000);
+    EXPECT_EQ(lapStats[0].sectorTime[2][0], 1300);
+    EXPECT_EQ(lapStats[0].sectorTime[2][1], 1000);
+}
+
+TEST_F(LapStatistics, ThreeMarksPerLapAreThreeSectors) {
+    MakeRandomLog(0, 6000, {1000, 1700, 3000, 4000, 4900});
+    MarksPerLap[0] = 3;
+    ComputeLapStats();
+    EXPECT_EQ(std::vector<int>(sectorMark[0], sectorMark[0] + 4), (std::vector<int>{1, 2, 3, noSectorMark}));
+    EXPECT_EQ(lapStats[0].sectorTime[3][0], 1000);
+    EXPECT_EQ(lapStats[0].sectorTime[3][1], 900);
+    EXPECT_EQ(lapStats[0].sectorTime[3][2], 1100);
+}
+
+// The definition of the estimate: each boundary looked for from the lap's first sample.
+static int PlainSamplesTo(uint32_t start, uint32_t end, uint32_t distance) {
+    for (uint32_t n = 1; n <= end - start + 1 && start + n <= static_cast<uint32_t>(sampleCount[0]); n++)
+        if (static_cast<int32_t>(distFront[0][start + n] - distFront[0][start]) >= static_cast<int32_t>(distance))
+            return static_cast<int>(n);
+    return 0;
+}
+
+TEST_F(LapStatistics, EstimatedTimesEqualTheDefinitionAlsoWithBoundariesOutOfOrder) {
+    MakeRandomLog(0, 9000, {700, 3300, 4100, 8000}, 9);
+    coursePointCount = 100;
+    const int boundaries[] = {0, 40, 20, 60, 130, 61, 99, noSectorMark};
+    std::copy(std::begin(boundaries), std::end(boundaries), sectorMark[0]);
+    ComputeLapStats();
+    for (int row = 0; row < lapCount[0]; row++) {
+        SCOPED_TRACE(row);
+        const uint32_t length = lapLength[0][row + 1];
+        int previous = 0;
+        for (int sector = 0; sector < 7; sector++) {
+            const int to = boundaries[sector + 1];
+            const uint32_t distance = to == noSectorMark ? length : length / 100 * static_cast<uint32_t>(to);
+            const int samples = PlainSamplesTo(lapStart[0][row], lapStart[0][row + 1], distance);
+            EXPECT_EQ(lapStats[0].sectorTime[row][sector], samples ? samples - previous : noLapTime) << sector;
+            if (samples) previous = samples;
+        }
+    }
 }

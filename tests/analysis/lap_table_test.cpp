@@ -96,6 +96,14 @@ TEST_F(LapTable, InputsWithoutADividerReadZero) {
     EXPECT_EQ(Cell(0, 1, 2), "  0.0");
 }
 
+TEST_F(LapTable, InputsBeyondAllReasonDoNotWrap) {
+    MakeRandomLog(0, 3000, EvenMarks(2, 1000));
+    AUX1[0][1500] = 2147483647;
+    auxDivider[0][0] = 100;
+    OpenLapTable();
+    EXPECT_EQ(Cell(0, 1, 12), "2147483647.00");
+}
+
 TEST_F(LapTable, BestValuesAreRedByValueCheckedOrNot) {
     MakeRandomLog(0, 5000, EvenMarks(4, 1000));
     lapChecked[0][1] = 0;
