@@ -13,6 +13,23 @@ static std::string DumpDetails() {
            "one line `name value value ...` per value. OUTDIR is made when it is missing.";
 }
 
+static const OptionInfo lapsOptions[] = {
+    {"--table", "page1|page2|sectors", "the eight lines of the \"Analysis tools\" table instead of numbers, best values with a trailing *",
+     "zrka_cli laps --table page1 run.zrk"},
+    {"--file", "N", "which of the files is told, 1 to 3; without it 1", "zrka_cli laps --file 2 monday.zrk tuesday.zrk"},
+    {"--sort", "KEY", "0 by lap, 1 by lap time, 2 to 13 by the table's value columns from the left; without --table those of page1",
+     "zrka_cli laps --sort 3 run.zrk"},
+    {"--first", "ROW", "position of the table's first line, from 0; only with --table", "zrka_cli laps --table page2 --first 8 run.zrk"},
+    {"--check", "ROW,ROW,...", "the rows that count for averages and best values; without it all but the out lap and the last one",
+     "zrka_cli laps --check 1,2,5 run.zrk"},
+};
+
+static std::string LapsDetails() {
+    return "Without --table: CSV, one line per lap and a last one for the averages. lapTime and sectorTime0 to sectorTime7 are in\n"
+           "samples, 2147483647 for none; NAME_at is the sample at which NAME stood, on the line of the averages the mean of the\n"
+           "channel's own values, of the slips x 100.";
+}
+
 static std::string RenderDetails() { return "Time is virtual: no pass waits."; }
 
 static const Command commands[] = {
@@ -21,6 +38,8 @@ static const Command commands[] = {
     {"render", "OUT.bmp [--size WxH] [--frames N] [--keys KEYS] FILE [FILE [FILE]]",
      "runs the frame loop on the files and saves the last frame as a bitmap",
      RenderDetails, "zrka_cli render run.bmp run.zrk", renderOptions, 2, 4, RunRender},
+    {"laps", "[--table page1|page2|sectors] [--file N] [--sort KEY] [--first ROW] [--check ROW,ROW,...] FILE [FILE [FILE]]",
+     "tells what each lap reached, and its sectors", LapsDetails, "zrka_cli laps run.zrk", lapsOptions, 1, 3, RunLaps},
     {"play", "SCRIPT [FILE [FILE [FILE]]]", "runs the frame loop on scripted input",
      PlayDetails, "zrka_cli play steps.txt run.zrk", {}, 1, 4, RunPlay},
 };

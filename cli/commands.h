@@ -8,6 +8,7 @@
 // Each returns an exit status.
 int RunDump(const Invocation& invocation);    // dump.cpp
 int RunRender(const Invocation& invocation);  // render.cpp
+int RunLaps(const Invocation& invocation);    // laps.cpp
 int RunPlay(const Invocation& invocation);    // play.cpp
 // The instructions of a script, for the help.
 std::string PlayDetails();

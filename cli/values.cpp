@@ -8,6 +8,10 @@
 #include <iterator>
 #include <type_traits>
 
+#include "analysis/final_simulation.h"
+#include "analysis/lap_order.h"
+#include "analysis/lap_stats.h"
+#include "analysis/lap_table.h"
 #include "app/frame_loop.h"
 #include "app/toolbar.h"
 #include "graph/color_scheme.h"
@@ -142,6 +146,11 @@ static constexpr Value values[] = {
     ONE(bodyImage), ONE(tireImage), ONE(meterImage), ONE(needleImage), ONE(courseImage), ONE(summaryPanel), ONE(memoPanel),
     ONE(coursePopup), ONE(gridStrip), ONE(labelStrip), ONE(susImageA), ONE(susImageB), ONE(courseImageNoAlpha),
     ONE(bigFont), ONE(smallFont),
+
+    // Lap table and simulation.
+    SLOTS(lapChecked), SLOTS(lapOrder), SLOTS(firstRow), SLOTS(sortKey), SLOTS(selectState), SLOTS(bestLap), SLOTS(secondLap),
+    SLOTS(bestSector), SLOTS(secondSector), ONE(statPage), ONE(sectorView), ONE(lowerFile),
+    ONE_AS("keepSelection", keepOn), ONE(simFront), ONE(simRear), ONE(simTireLength),
 
     // Input.
     ONE(mouseX), ONE(mouseY), ONE(mouseButtons), ONE(wheelNotches), ONE(lapSteps), ONE(shiftDown), ONE(ctrlDown),

@@ -1,7 +1,6 @@
 // Every row of the key table.
 #include <cctype>
 
-#include "analysis/lap_marks.h"
 #include "graph/grid.h"
 #include "run_data/derived_channels.h"
 #include "tests/app/input_fixture.h"
@@ -103,12 +102,6 @@ TEST_F(Keys, TabLetsTheExtremeMarksCome) {
     EXPECT_TRUE(Only(Recorded(DrawFrame), "DrawCircle").empty());
     ExpectActivity(tab, 100);
     EXPECT_FALSE(Only(Recorded(DrawFrame), "DrawCircle").empty());
-}
-
-TEST_F(Keys, TabBringsTheExtremeMarks) {
-    extremeMarkValid[0][0] = 1;
-    Press(tab);
-    EXPECT_EQ(Only(Recorded([] { DrawExtremeMarks(MarkEvent::frame); }), "DrawCircle").size(), 1u);
 }
 
 TEST_F(Keys, EscGoesBackToNormalGraphs) {

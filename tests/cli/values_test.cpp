@@ -119,6 +119,8 @@ TEST_F(CliValues, TheTableCoversEveryNameAScriptMayAskFor) {
         "bodyImage tireImage meterImage needleImage courseImage summaryPanel memoPanel gridStrip labelStrip susImageA "
         "susImageB bigFont smallFont mouseX mouseY mouseButtons wheelNotches lapSteps shiftDown ctrlDown fileMoveOn "
         "jumpTarget lapHover panelHover widgetHover courseHover dragKind zoomDragOn lafDelay lafDelayShow rulerFade "
+        "lapChecked lapOrder firstRow sortKey selectState bestLap secondLap bestSector secondSector statPage sectorView lowerFile "
+        "keepSelection simFront simRear simTireLength "
         "tagSpread nameFade tagValue summaryFade memoFade memoCursor layoutCycle titleRect fileBright fileDim neFactor cursorPos currentLap lapViewOffset LapTimeCentis baseLineX "
         "Data BMP x y x2 y2 zoomed Curse_X Curse_Y Curse_Z MC_X MC_Y MC_Z Meter_X Meter_Y Meter_Z Susgram_X Susgram_Y "
         "Susgram_Z AFmap_YCH AFmap_AFCH AFmap_SWCH AFmap_SWTHS CursolValueMode smoothingNE smoothingVW SmoothingSample "
