@@ -1,13 +1,13 @@
 #include "app/toolbar.h"
 
-#include "analysis/lap_marks.h"
 #include "app/frame_loop.h"
+#include "app/layout_cycle.h"
+#include "app/toolbar_commands.h"
 #include "draw/draw_layer.h"
 #include "graph/view_state.h"
 #include "platform/window.h"
 #include "settings/settings.h"
 
-int32_t layoutCycle;
 static bool checked[lastCheckButton - firstCheckButton + 1];
 
 struct ToolButton {
@@ -55,14 +55,8 @@ static void ShowStates() {
     ShowSecondFileButtons();
 }
 
-static void Pressed(int id, bool on) {
-    ReleaseMarks();
-    if (IsCheckButton(id)) checked[id - firstCheckButton] = on;
-    BringMainWindowToFront();  // the keyboard keeps working
-}
-
 void CreateToolbarWindow() {
-    const ToolWindowEvents events = {Pressed, [] { quitFlag = 1; }, [] { quitFlag = 2; }};
+    const ToolWindowEvents events = {ToolbarCommand, [] { quitFlag = 1; }, [] { quitFlag = 2; }};
     if (OpenToolWindow(events) != 0) return;
     SetDialogWindow(ToolWindowHandle());
     for (const ToolButton& button : toolButtons) {
@@ -105,6 +99,6 @@ void PlaceToolbar(int fromMainWindow) {
 }
 
 void DefaultToolbar() {
-    layoutCycle = 0;
+    DefaultLayoutCycle();
     ShowStates();
 }

@@ -1,7 +1,5 @@
 // toolbar.h -- the tool bar's thinking: what its buttons do and show, and where it stands. Its window is tool_window.h.
 #pragma once
-#include <cstdint>
-
 #include "platform/tool_window.h"
 #include "resources/resource.h"
 
@@ -9,8 +7,6 @@
 constexpr int firstCheckButton = buttonMoveFile1, lastCheckButton = buttonAfMap;
 constexpr bool IsCheckButton(int id) { return id >= firstCheckButton && id <= lastCheckButton; }
 constexpr bool IsToolButton(int id) { return IsCheckButton(id) || (id >= buttonOpen1 && id <= buttonSetup); }
-
-extern int32_t layoutCycle;  // what buttonLayout does next: 0 overlay of the speeds, 1 auto fit, 2 defaults
 
 // The window, its icons and states; its dialog keys are served from then on.
 void CreateToolbarWindow();

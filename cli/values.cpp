@@ -13,7 +13,7 @@
 #include "analysis/lap_stats.h"
 #include "analysis/lap_table.h"
 #include "app/frame_loop.h"
-#include "app/toolbar.h"
+#include "app/layout_cycle.h"
 #include "graph/color_scheme.h"
 #include "graph/rest_panels.h"
 #include "graph/value_readout.h"
