@@ -345,6 +345,14 @@ void WheelTable(int table, int notches) { ScrollBy(table, -notches * HeldMarksPe
 
 void CloseLapTable(int keep) { keepOn = keep; }
 
+void LeaveForCsvOutput() {
+    graphPositionOn = afMapOn = realTimePlayOn = 0;
+    rulerFade = 5;
+    activityCount = 100;
+}
+
+int ExpertToolsShown() { return ExpertMode >= 2; }
+
 void DefaultLapTable() {
     lowerFile = 1;
     for (int slot = 0; slot < fileSlots; slot++) firstRow[slot] = selectState[slot] = 0;

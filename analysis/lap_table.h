@@ -51,6 +51,10 @@ void ScrollTable(int table, ScrollAction action, int position);
 // One row group per notch, upwards positive.
 void WheelTable(int table, int notches);
 void CloseLapTable(int keep);
+// The export works on the normal graphs.
+void LeaveForCsvOutput();
+// Buttons of the expert level.
+int  ExpertToolsShown();
 // The statistics anew and both tables, after a tool changed what they depend on.
 void RefreshLapTables();
 void DefaultLapTable();

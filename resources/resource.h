@@ -61,3 +61,40 @@
 #define firstColorRadio          2410  // then ten numbers a column, of which nine are used
 #define firstColorSample         2450
 #define colorColumnIds           10
+
+// 1023, Analysis tools. A table's cell in line r and column c is its first cell + 13 r + c; then 2500 to 2549.
+#define firstUpperCell      1379
+#define firstLowerCell      1483
+#define firstUpperHeader    1587
+#define firstLowerHeader    1601
+#define firstUpperCheck     1130
+#define firstLowerCheck     1138
+#define scrollUpperTable    1320
+#define scrollLowerTable    1321
+#define labelUpperSelect    1600
+#define labelLowerSelect    1614
+#define labelLowerFile      2500
+#define checkSectorTime     2501
+#define buttonTablePage     2502
+#define buttonHarmonize     2503
+#define buttonLafHistogram  2504
+#define buttonDistribution  2505
+#define buttonSimulation    2506
+#define buttonCsvOutput     2507
+#define buttonCourseReview  2508  // stays hidden
+#define checkKeep           2509
+#define buttonTableClose    2510
+
+// 1025, Final Simulation.
+#define editSimTire       1225
+#define labelFrontTeeth   1620
+#define labelRearTeeth    1621
+#define labelLoggedRatio  1622
+#define labelSimRatio     1623
+#define arrowFrontUp      1629
+#define arrowFrontDown    1630
+#define arrowRearUp       1631
+#define arrowRearDown     1632
+#define labelLoggedTire   1633
+#define listFrontTeeth    1669
+#define listRearTeeth     1670

@@ -1,0 +1,207 @@
+// lap_dialog.cpp -- the hands of dialog 1023, "Analysis tools".
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "analysis/lap_order.h"
+#include "analysis/lap_table.h"
+#include "graph/view_state.h"
+#include "platform/dialogs.h"
+#include "platform/win32/controls.h"
+#include "resources/resource.h"
+
+// First ids of a table's controls.
+struct TableControls {
+    int cell, header, check, scroll, select;
+};
+static constexpr TableControls tableControls[lapTables] = {
+    {firstUpperCell, firstUpperHeader, firstUpperCheck, scrollUpperTable, labelUpperSelect},
+    {firstLowerCell, firstLowerHeader, firstLowerCheck, scrollLowerTable, labelLowerSelect},
+};
+static constexpr int expertButtons[] = {buttonDistribution, buttonCsvOutput, buttonHarmonize, buttonTablePage};
+
+// What the controls show. Only what differs is set, so that a table that scrolls does not flicker.
+struct ShownTable {
+    LapCell     cells[lapLines][lapColumns];
+    char        headers[lapColumns][sizeof lapHeaders[0][0]];
+    ScrollState scroll;
+};
+static ShownTable shownTables[lapTables];
+static int        wheelRest;  // of a notch, in wheel units
+
+// --- showing ---------------------------------------------------------------------------------------------------------------
+
+static void ShowText(HWND window, int id, const char* text) {
+    if (ControlText(window, id) != text) SetControlText(window, id, text);
+}
+
+static void ShowCell(HWND window, int id, LapCell& shown, const LapCell& cell) {
+    if (std::strcmp(shown.text, cell.text) != 0)
+        SetControlText(window, id, cell.text);
+    else if (shown.best != cell.best)
+        InvalidateRect(GetDlgItem(window, id), nullptr, FALSE);
+    shown = cell;
+}
+
+static void ShowHeader(HWND window, int id, char* shown, const char* header) {
+    if (std::strcmp(shown, header) == 0) return;
+    SetControlText(window, id, header);
+    std::strcpy(shown, header);
+}
+
+static void ShowScroll(HWND window, int id, ScrollState& shown, const ScrollState& state) {
+    if (std::memcmp(&shown, &state, sizeof state) == 0) return;
+    SCROLLINFO info = {};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    info.nMin = state.low;
+    info.nMax = std::max(state.low, state.high);
+    info.nPage = static_cast<UINT>(state.page);
+    info.nPos = state.position;
+    SetScrollInfo(GetDlgItem(window, id), SB_CTL, &info, TRUE);
+    shown = state;
+}
+
+static void ShowTable(HWND window, int table) {
+    const TableControls& controls = tableControls[table];
+    ShownTable& shown = shownTables[table];
+    // A cell's colour is asked for while its text is set: the table at hand is already the new one.
+    for (int line = 0; line < lapLines; line++) {
+        for (int column = 0; column < lapColumns; column++)
+            ShowCell(window, controls.cell + line * lapColumns + column, shown.cells[line][column], lapCells[table][line][column]);
+        if (ControlChecked(window, controls.check + line) != (lineChecked[table][line] != 0))
+            CheckControl(window, controls.check + line, lineChecked[table][line] != 0);
+    }
+    for (int column = 0; column < lapColumns; column++)
+        ShowHeader(window, controls.header + column, shown.headers[column], lapHeaders[table][column]);
+    ShowScroll(window, controls.scroll, shown.scroll, lapScroll[table]);
+    ShowText(window, controls.select, SelectText(table));
+}
+
+static void ShowTables(HWND window) {
+    for (int table = 0; table < lapTables; table++) ShowTable(window, table);
+    ShowText(window, labelLowerFile, LowerFileText());
+    ShowText(window, buttonTablePage, PageText());
+    CheckControl(window, checkSectorTime, sectorView != 0);
+}
+
+// --- acting ----------------------------------------------------------------------------------------------------------------
+
+static void OnOpen(HWND window) {
+    std::memset(shownTables, 0, sizeof shownTables);
+    wheelRest = 0;
+    CheckControl(window, checkKeep, keepOn != 0);
+    for (const int id : expertButtons) ShowControl(window, id, ExpertToolsShown());
+    OpenLapTable();
+    ShowTables(window);
+}
+
+static void Close(HWND window) {
+    CloseLapTable(ControlChecked(window, checkKeep));
+    EndDialog(window, 0);
+}
+
+static void OnButton(HWND window, int id) {
+    switch (id) {
+        case checkSectorTime: ClickSectorTimes(); break;
+        case buttonTablePage: ClickPage(); break;
+        case labelLowerFile: ClickLowerFile(); break;
+        case buttonDistribution: OpenDialog(dialogDistribution); break;
+        case buttonSimulation:
+            OpenDialog(dialogFinalSimulation);
+            RefreshLapTables();
+            break;
+        case buttonCsvOutput:
+            LeaveForCsvOutput();
+            EndDialog(window, 0);
+            return;
+        case buttonLafHistogram: EndDialog(window, 0); return;
+        case buttonTableClose:
+        case IDCANCEL: Close(window); return;  // the close box, or Esc
+        default: return;
+    }
+    ShowTables(window);
+}
+
+// 1 when the id belongs to the table. A click on a value ends the dialog.
+static int OnTable(HWND window, int table, int id) {
+    const TableControls& controls = tableControls[table];
+    const int cell = id - controls.cell, header = id - controls.header, line = id - controls.check;
+    if (cell >= 0 && cell < lapLines * lapColumns) {
+        if (ClickCell(table, cell / lapColumns, cell % lapColumns)) EndDialog(window, 0);
+        return 1;
+    }
+    if (header >= 0 && header < lapColumns)
+        ClickHeader(table, header);
+    else if (line >= 0 && line < lapLines)
+        ToggleLine(table, line);
+    else if (id == controls.select)
+        ClickSelect(table);
+    else
+        return 0;
+    ShowTable(window, table);
+    return 1;
+}
+
+static void OnCommand(HWND window, int id, int notification) {
+    if (notification != BN_CLICKED && notification != STN_DBLCLK) return;  // the second of two quick clicks on a label
+    if (!OnTable(window, 0, id) && !OnTable(window, 1, id)) OnButton(window, id);
+}
+
+static void OnScroll(HWND window, HWND bar, int code, int position) {
+    struct Code { int code; ScrollAction action; };
+    static constexpr Code codes[] = {
+        {SB_LINEUP, ScrollAction::lineUp},   {SB_LINEDOWN, ScrollAction::lineDown},   {SB_PAGEUP, ScrollAction::pageUp},
+        {SB_PAGEDOWN, ScrollAction::pageDown}, {SB_THUMBTRACK, ScrollAction::thumb}, {SB_TOP, ScrollAction::top},
+        {SB_BOTTOM, ScrollAction::bottom},
+    };
+    const int table = GetDlgCtrlID(bar) == scrollLowerTable;
+    for (const Code& row : codes)
+        if (row.code == code) ScrollTable(table, row.action, position);
+    ShowTable(window, table);
+}
+
+static void OnWheel(HWND window, int delta, POINT mouse) {
+    RECT client;
+    GetClientRect(window, &client);
+    ScreenToClient(window, &mouse);
+    const int table = mouse.y >= client.bottom / 2;
+    wheelRest += delta;
+    const int notches = wheelRest / WHEEL_DELTA;
+    wheelRest %= WHEEL_DELTA;
+    if (notches == 0) return;
+    WheelTable(table, notches);
+    ShowTable(window, table);
+}
+
+// The brush behind a cell or a "Select" label, red letters for the best; nullptr for any other control.
+static HBRUSH PaintLabel(HDC surface, int id) {
+    for (int table = 0; table < lapTables; table++) {
+        const int cell = id - tableControls[table].cell;
+        const bool isCell = cell >= 0 && cell < lapLines * lapColumns;
+        if (!isCell && id != tableControls[table].select) continue;
+        if (isCell && lapCells[table][cell / lapColumns][cell % lapColumns].best) SetTextColor(surface, RGB(255, 0, 0));
+        SetBkColor(surface, GetSysColor(COLOR_BTNFACE));
+        return GetSysColorBrush(COLOR_BTNFACE);
+    }
+    return nullptr;
+}
+
+static INT_PTR CALLBACK LapDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto signedWord = [](auto word) { return static_cast<short>(word); };
+    switch (message) {
+        case WM_INITDIALOG: OnOpen(window); return TRUE;
+        case WM_COMMAND: OnCommand(window, LOWORD(wParam), HIWORD(wParam)); return TRUE;
+        case WM_VSCROLL: OnScroll(window, reinterpret_cast<HWND>(lParam), LOWORD(wParam), HIWORD(wParam)); return TRUE;
+        case WM_MOUSEWHEEL:
+            OnWheel(window, signedWord(HIWORD(wParam)), {signedWord(LOWORD(lParam)), signedWord(HIWORD(lParam))});
+            return TRUE;
+        case WM_CTLCOLORSTATIC:
+            return reinterpret_cast<INT_PTR>(
+                PaintLabel(reinterpret_cast<HDC>(wParam), GetDlgCtrlID(reinterpret_cast<HWND>(lParam))));
+    }
+    return FALSE;
+}
+
+static const bool registered = (RegisterDialog(dialogAnalysisTools, reinterpret_cast<void*>(LapDialogProc)), true);
