@@ -15,7 +15,7 @@ struct FaceFiles {
     const char* files[4];
 };
 static const FaceFiles faceFiles[] = {
-    {"MS Gothic",
+    {emSizedFace,
      {"/usr/share/fonts/opentype/ipafont-gothic/ipag.ttf", "/usr/share/fonts/truetype/fonts-japanese-gothic.ttf",
       "/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc", "/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf"}},
     {"Tahoma",
@@ -36,15 +36,15 @@ struct OpenedFace {
 static FT_Library library;
 static std::vector<OpenedFace> faces;
 
-// Scales a file to a cell height, in whole pixels of its design size.
-static int SetCellHeight(FT_Face file, int size) {
+// Scales a file to a size, in whole pixels of its em. Returns the ascent.
+static int SetSize(FT_Face file, int size, bool emSized) {
     int ascent = file->ascender, descent = -file->descender;
     const auto* metrics = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(file, FT_SFNT_OS2));
     if (metrics && metrics->usWinAscent + metrics->usWinDescent > 0) {
         ascent  = metrics->usWinAscent;
         descent = metrics->usWinDescent;
     }
-    const int cell = std::max(ascent + descent, 1), em = std::max<int>(file->units_per_EM, 1);
+    const int em = std::max<int>(file->units_per_EM, 1), cell = emSized ? em : std::max(ascent + descent, 1);
     const int pixels = std::max(size * em / cell, 1);
     FT_Set_Pixel_Sizes(file, 0, static_cast<FT_UInt>(pixels));
     return std::min((ascent * pixels + em / 2) / em, size);
@@ -54,7 +54,7 @@ static OpenedFile OpenFirst(const FaceFiles& row, int size) {
     for (const char* path : row.files) {
         FT_Face file;
         if (FT_New_Face(library, path, 0, &file) != 0) continue;
-        return {file, SetCellHeight(file, size)};
+        return {file, SetSize(file, size, std::strcmp(row.face, emSizedFace) == 0)};
     }
     return {nullptr, 0};
 }

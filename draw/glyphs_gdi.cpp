@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "draw/glyphs.h"
 
@@ -44,7 +45,8 @@ static bool MakeCanvas(int side) {
 int OpenFace(const char* face, int size, int thickness) {
     wchar_t name[LF_FACESIZE] = {};
     MultiByteToWideChar(932, 0, face, -1, name, LF_FACESIZE - 1);
-    const HFONT font = CreateFontW(size, 0, 0, 0, thickness > 4 ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE, SHIFTJIS_CHARSET,
+    const int height = std::strcmp(face, emSizedFace) == 0 ? -size : size;  // negative is the em, positive the cell
+    const HFONT font = CreateFontW(height, 0, 0, 0, thickness > 4 ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE, SHIFTJIS_CHARSET,
                                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY, DEFAULT_PITCH, name);
     if (!font) return -1;
     faces.push_back({font, size});
