@@ -86,6 +86,7 @@ struct Trace {
     int    delay;            // lafDelay where it applies, else 0
     double scale;            // plotted value of a stored one
     double position, zoom;   // of the layout
+    double magnification, scroll;
     bool   risesWhenEqual;
     const uint8_t* cut;      // flags at which the value falls to 0, or nullptr
     const uint8_t* marked;   // flags at which the colour changes, or nullptr
@@ -104,8 +105,8 @@ struct SlipReader {
     float operator()(int i) const { return front[i] > 50 ? static_cast<float>((rear[i] - front[i]) * 1000.0 / front[i]) : 0; }
 };
 
-static Segment MakeSegment(const Trace& trace, const Column& column, float a, float b) {
-    const auto y = [&](float value) { return static_cast<float>((trace.position - value / trace.zoom) * viewZoom - scrollY); };
+static inline Segment MakeSegment(const Trace& trace, const Column& column, float a, float b) {
+    const auto y = [&](float value) { return static_cast<float>((trace.position - value / trace.zoom) * trace.magnification - trace.scroll); };
     return {y(a), y(b), trace.marked && trace.marked[column.first] ? trace.markedColor : trace.color};
 }
 
@@ -170,6 +171,8 @@ static Trace MakeTrace(int slot, int channel) {
     trace.scale = channel == chNe ? neFactor[slot] : row.scale;
     trace.position = channelPosition[channel];
     trace.zoom = channelZoom[channel];
+    trace.magnification = viewZoom;
+    trace.scroll = scrollY;
     trace.risesWhenEqual = channel == chTH;  // Kept: TH alone.
     trace.cut = FlagsWhen(cut, slot);
     trace.marked = FlagsWhen(slot == 0 && Holds(row.marked), slot);
