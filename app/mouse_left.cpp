@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "app/input_parts.h"
-#include "app/press_repeat.h"
+#include "app/mouse_press.h"
 #include "graph/grid.h"
 #include "graph/view_state.h"
 #include "platform/dialogs.h"
@@ -68,11 +68,6 @@ static void HoldCursors() {
     dragKind = cursorDrag;
 }
 
-// A press goes to the first row that takes it.
-struct PressRow {
-    bool (*takes)();
-    void (*act)();
-};
 static const PressRow leftRows[] = {
     {[] { return panelHover != 0 && dragKind == 0; }, ClickValueRow},
     {[] { return HoveredLapFile() >= 0 && dragKind == 0; }, JumpToLap},
@@ -92,6 +87,5 @@ void HandleLeftButton() {
         afRepeat = {};
         return;
     }
-    for (const PressRow& row : leftRows)
-        if (row.takes()) return row.act();
+    GivePress(leftRows);
 }

@@ -3,7 +3,7 @@
 
 #include "analysis/lap_marks.h"
 #include "app/input_parts.h"
-#include "app/press_repeat.h"
+#include "app/mouse_press.h"
 #include "graph/grid.h"
 #include "graph/view_state.h"
 #include "run_data/fixed_point.h"
@@ -70,10 +70,6 @@ static void ZoomTime() {
     timeScale = std::clamp((PullReference() * 0.001 + 1.0) * timeScale, 0.1, 200.0);
 }
 
-struct PressRow {
-    bool (*takes)();
-    void (*act)();
-};
 static const PressRow rightRows[] = {
     {[] { return HoveredLapFile() >= 0; }, ZoomToLap},
     {[] { return widgetHover != 0; }, ZoomWidget},
@@ -92,11 +88,7 @@ void HandleRightButton() {
         ReleaseCourseRight();
         return;
     }
-    for (const PressRow& row : rightRows)
-        if (row.takes()) {
-            row.act();
-            break;
-        }
+    GivePress(rightRows);
     rightHeld = true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "analysis/lap_stats.h"
 #include "app/toolbar.h"
 #include "graph/color_scheme.h"
 #include "resources/resource.h"
@@ -29,6 +30,15 @@ TEST_F(RunEvents, ALoadPlacesTheNameAndLetsTheLogFadeIn) {
     EXPECT_EQ(neFactor[1], 1.0f);
     EXPECT_EQ(histForce, 1);
     EXPECT_EQ(activityCount, 150);
+}
+
+TEST_F(RunEvents, ALoadChecksTheLapsAnew) {
+    FillSlot(1, 5000);
+    SetMarks(1, {1000, 2000, 3000});
+    std::fill(std::begin(lapChecked[1]), std::end(lapChecked[1]), 0);
+    lapChecked[1][0] = lapChecked[1][3] = 1;
+    AfterLoad(1, LoadResult::loaded);
+    EXPECT_EQ(std::vector<int>(lapChecked[1], lapChecked[1] + 5), (std::vector<int>{0, 1, 1, 0, 0}));
 }
 
 TEST_F(RunEvents, NamesOfFile1And3StandInTheirRows) {
