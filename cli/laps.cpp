@@ -63,8 +63,8 @@ static int ReadRequest(const Invocation& invocation, LapsRequest& request) {
     if (const int status = ReadTable(invocation, request); status != exitDone) return status;
     if (const int status = ReadRows(invocation, request); status != exitDone) return status;
     if (request.first >= 0 && request.table < 0) return Refuse("--first: belongs to --table, numbers are always told whole");
-    if (static_cast<size_t>(request.file) > invocation.operands.size())
-        return Refuse("--file %d: only %zu files are given", request.file, invocation.operands.size());
+    const int files = static_cast<int>(invocation.operands.size());
+    if (request.file > files) return Refuse("--file %d: only %d files are given", request.file, files);
     return exitDone;
 }
 

@@ -112,6 +112,11 @@ TEST_F(CliPlay, SaveSettingsWritesAtTheEndOnly) {
     EXPECT_NE(folder.Read("ZRKA.ini").find("BodyDisplay=0"), std::string::npos);
 }
 
+TEST_F(CliPlay, CommandsPressTheToolBarsButtons) {
+    ExpectPlay("pass 1\ncommand 1111\nstate fileMoveOn\ncommand 1111 checked\nstate fileMoveOn\ncommand 1037\nboxes\n",
+               "fileMoveOn 0 1 1\nfileMoveOn 1 1 1\ndialog 1019\n");
+}
+
 TEST_F(CliPlay, AForeignForegroundHoldsTheMouseStill) {
     ExpectPlay("mouse 100 100\npass 1\nforeground other\nmouse 300 300\npass 1\nstate mouseX\nforeground main\npass 1\nstate mouseX\n"
                "foreground toolbar\nmouse 200 200\npass 1\nstate mouseX\n",
