@@ -75,11 +75,17 @@ static int ReadNative(int slot, const uint8_t* buffer, bool padsHeaders) {
     return 0;
 }
 
+static int ReadSecondary(int slot, const uint8_t* buffer) {
+    fileKind[slot] = 2;
+    ReadSecondaryLog(slot, buffer, lengthAtHand);
+    return 0;
+}
+
 // The kind stays when the reader refuses the type.
-static int ReadOther(int slot, const uint8_t* buffer, int kind, int (*read)(int, const uint8_t*, int)) {
-    int before = fileKind[slot];
-    fileKind[slot] = kind;
-    if (read(slot, buffer, lengthAtHand) == 0) return 0;
+static int ReadCsv(int slot, const uint8_t* buffer) {
+    const int before = fileKind[slot];
+    fileKind[slot] = 3;
+    if (ReadCsvLog(slot, buffer, lengthAtHand) == 0) return 0;
     fileKind[slot] = before;
     return 1;
 }
@@ -89,8 +95,8 @@ int DispatchByType(const uint8_t* buffer, int slot) {
     bool native = buffer[typeMarkAt] == '3';
     if (native && ExtensionIs(extension, ".zrk")) return ReadNative(slot, buffer, false);
     if (native && ExtensionIs(extension, ".zrv")) return ReadNative(slot, buffer, true);
-    if (ExtensionIs(extension, ".qtw")) return ReadOther(slot, buffer, 2, ReadSecondaryLog);
-    if (ExtensionIs(extension, ".csv")) return ReadOther(slot, buffer, 3, ReadCsvLog);
+    if (ExtensionIs(extension, ".qtw")) return ReadSecondary(slot, buffer);
+    if (ExtensionIs(extension, ".csv")) return ReadCsv(slot, buffer);
     return RefuseType();
 }
 

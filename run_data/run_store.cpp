@@ -102,6 +102,14 @@ void DefaultTeeth(int slot) {
     std::copy(standardGearCounter, standardGearCounter + gearTotal, gearCounter[slot]);
 }
 
+void SetUnknownGearing(int slot) {
+    rearOnGearbox[slot] = gearboxPulses[slot] = 0;
+    frontSprocket[slot] = rearSprocket[slot] = 1;
+    primaryMain[slot] = primaryCounter[slot] = 1;
+    std::fill(std::begin(gearMain[slot]), std::end(gearMain[slot]), 1);
+    std::fill(std::begin(gearCounter[slot]), std::end(gearCounter[slot]), 1);
+}
+
 static void DefaultSensors(int slot) {
     neDivider[slot] = 2;
     neRange[slot] = 0;

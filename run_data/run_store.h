@@ -157,6 +157,8 @@ extern int32_t  extremeMarkY[fileSlots][extremeMarkTotal];       // stored value
 void DefaultRunStore();
 // Gives a slot the standard gear teeth.
 void DefaultTeeth(int slot);
+// The gearing of a log that tells none: all teeth 1, the rear speed from the wheel.
+void SetUnknownGearing(int slot);
 // Releases the arrays of all slots, at exit.
 void ReleaseRunStore();
 // Resizes all arrays of a slot. 0 when done; 1 after the user was told ("Memory Ensure Error.(Data Main buffers)",

@@ -52,3 +52,8 @@ void DefaultSetupValues() {
     lcOn = 0;
     lcLockRpm = lcReleaseRpm = lcToleranceRpm = 65535;
 }
+
+void SetUnknownRevs() {
+    neutralRpm = 30000;
+    std::fill(std::begin(indicatorRpm), std::end(indicatorRpm), 0);
+}

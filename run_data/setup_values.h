@@ -35,3 +35,5 @@ extern int lcLockRpm, lcReleaseRpm, lcToleranceRpm;  // 65535 when off
 
 // Puts every value into its start state.
 void DefaultSetupValues();
+// The rev values of a log in File 1 that tells none: 30000 for the neutral indicator, 0 for each gear.
+void SetUnknownRevs();

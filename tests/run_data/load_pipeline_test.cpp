@@ -275,6 +275,28 @@ TEST_F(Dispatch, ACsvNameIsNeverANativeLog) {
     EXPECT_NE(sampleCount[0], 100);
 }
 
+TEST_F(Dispatch, AQtwNameIsASecondaryLogWhateverItsFirstByte) {
+    std::string log(1200, '\0');
+    log[86] = 1;  // second
+    for (char first : {'3', 'x'}) {
+        log[0] = first;
+        LoadFile(folder.Write("run.qtw", log).c_str(), 1);
+        EXPECT_EQ(fileKind[1], 2);
+        EXPECT_EQ(sampleCount[1], 200);
+        EXPECT_STREQ(fileTitle[1], "run.qtw");
+    }
+    EXPECT_TRUE(shown.empty());
+}
+
+TEST_F(Dispatch, ARefusedQtwKeepsItsKindAndName) {
+    std::string log(1200, '\0');
+    log[84] = 1;  // 65536 s
+    LoadFile(folder.Write("long.qtw", log).c_str(), 0);
+    EXPECT_EQ(shown.size(), 2u);
+    EXPECT_EQ(fileKind[0], 2);
+    EXPECT_STREQ(fileTitle[0], "long.qtw");
+}
+
 TEST_F(Dispatch, AZrvOf1024BytesOfAnOldVersionIsAHeaderAlone) {
     LoadFile(folder.Write("setup.zrv", NativeLog(32)).c_str(), 0);
     EXPECT_EQ(lengthAtHand, headerSize);
