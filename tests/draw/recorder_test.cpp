@@ -88,7 +88,8 @@ TEST_F(Recorder, TextIsQuotedWithItsBytes) {
 TEST_F(Recorder, FilesAndFrameAreWrittenToo) {
     TestFolder folder;
     EXPECT_EQ(LoadImageFile("No.BMP", 1), noHandle);
-    const std::string path = folder.Path("a.bmp");
+    std::string path = folder.Path("a.bmp");
+    std::replace(path.begin(), path.end(), '\\', '/');  // a backslash would be written as an escape
     SaveDrawTargetBmp(path.c_str(), 4, 4);
     FlipScreen();
     DeleteAllImages();
