@@ -8,6 +8,7 @@
 #pragma once
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <vector>
 
 #include "run_data/channels.h"
@@ -26,6 +27,8 @@ constexpr int sampleLimit      = 5760000;  // samples of a file: 8 hours at 200 
 template <class T>
 struct UninitializedAllocator : std::allocator<T> {
     template <class U> struct rebind { using other = UninitializedAllocator<U>; };
+    T* allocate(size_t n) { return static_cast<T*>(::operator new(n * sizeof(T), std::align_val_t{64})); }
+    void deallocate(T* p, size_t) noexcept { ::operator delete(p, std::align_val_t{64}); }
     template <class U> void construct(U* p) noexcept { ::new (static_cast<void*>(p)) U; }
     template <class U, class... Args> void construct(U* p, Args&&... args) { ::new (static_cast<void*>(p)) U(static_cast<Args&&>(args)...); }
 };

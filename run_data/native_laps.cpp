@@ -1,0 +1,70 @@
+#include "run_data/native_laps.h"
+
+#include "run_data/log_header.h"
+#include "run_data/native_scaling.h"
+#include "run_data/run_store.h"
+#include "settings/settings.h"
+
+constexpr uint16_t markBit = 0x8000;
+constexpr uint32_t shortestLap = 600;  // samples, 3 s: a receiver sees the same beacon more than once
+constexpr uint32_t shortestRest = 50;  // samples behind the last mark of a log
+
+LapSearch StartLaps(int slot, int version, const uint8_t* header) {
+    // Kept: versions 0 and 32 begin at mark 2, so that a log without marks has two laps, the first of length 0.
+    bool firstUnit = IsFirstUnitVersion(version);
+    return {slot, firstUnit ? 2 : 1, !firstUnit, ScaleVoltage(header[lapVoltageAt], 2)};
+}
+
+static void AddDistances(SampleBlock& b) {
+    uint32_t front = b.distFront[lead - 1], rear = b.distRear[lead - 1];
+    for (int c = lead; c < blockCells; c++) {
+        b.distFront[c] = front += b.vfw[c];
+        b.distRear[c] = rear += b.vrw[c];
+    }
+}
+
+static bool IsMark(const LapSearch& search, const SampleBlock& b, int c) {
+    if (!(b.vfwWord[c] & markBit) || search.lap >= lapMarkLimit) return false;
+    if (search.needsPower && b.vb[c] <= search.markVoltage) return false;
+    return Debug || lapStart[search.slot][search.lap - 1] + shortestLap < static_cast<uint32_t>(SampleAt(b, c));
+}
+
+// Goes on from cell `from` with the lap under way: sums its length and its distances up to the cell `to`, exclusive.
+static void AddToLap(const LapSearch& search, SampleBlock& b, const uint32_t* distance, int from, int to) {
+    lapLength[search.slot][search.lap] += distance[to - 1] - distance[from - 1];
+    uint32_t offset = b.lapDistance[from - 1] - distance[from - 1];
+    for (int c = from; c < to; c++) b.lapDistance[c] = distance[c] + offset;
+}
+
+static bool HasMarkBit(const SampleBlock& b) {
+    uint16_t all = 0;
+    for (int c = lead; c < blockCells; c++) all |= b.vfwWord[c];
+    return all & markBit;
+}
+
+void FindLaps(LapSearch& search, SampleBlock& b) {
+    AddDistances(b);
+    const uint32_t* distance = CoursePosSource == 1 ? b.distRear : b.distFront;
+    int from = lead, end = HasMarkBit(b) ? b.end : b.first;
+    for (int c = b.first; c < end; c++) {
+        if (!IsMark(search, b, c)) continue;
+        AddToLap(search, b, distance, from, c + 1);
+        from = c + 1;
+        lapStart[search.slot][search.lap] = SampleAt(b, c);
+        if (search.lap % HeldMarksPerLap(search.slot) == 0) {
+            lapLength[search.slot][search.lap + 1] = 0;
+            b.lapDistance[c] = 0;
+        }
+        search.lap++;
+    }
+    AddToLap(search, b, distance, from, blockCells);
+}
+
+void EndLaps(LapSearch& search, int samples) {
+    int slot = search.slot;
+    // A mark at the very end is no lap.
+    if (search.lap > 1 && samples - lapStart[slot][search.lap - 1] < shortestRest) search.lap--;
+    lapCount[slot] = search.lap;
+    sampleCount[slot] = samples;
+    FillLapEnd(slot);
+}

@@ -1,0 +1,115 @@
+#include "run_data/native_readings.h"
+
+#include <algorithm>
+#include <type_traits>
+
+#include "run_data/native_log.h"
+#include "run_data/native_scaling.h"
+#include "run_data/run_store.h"
+#include "settings/settings.h"
+
+// Calls step(first, end) for the cells with samples. For a full block these are constants, so that the step's loop
+// becomes vector code.
+template <class Step>
+static auto OverSamples(const SampleBlock& b, Step step) {
+    using First = std::integral_constant<int, lead>;
+    using End = std::integral_constant<int, blockCells>;
+    return IsFullBlock(b) ? step(First(), End()) : step(b.first, b.end);
+}
+
+// Lowest and highest of a full block's readings.
+template <class T>
+struct Range {
+    T least, most;
+};
+template <class T>
+static Range<T> RangeOf(const T* cells) {
+    T least = cells[lead], most = cells[lead];
+    for (int c = lead; c < blockCells; c++) {
+        least = std::min(least, cells[c]);
+        most = std::max(most, cells[c]);
+    }
+    return {least, most};
+}
+
+// Marks the samples whose throttle does not count, and blanks what is not to be believed.
+static void BlankLowVoltage(SampleBlock& b, int version) {
+    for (int c = b.first; c < b.end; c++) {
+        if (b.vb[c] >= trustedVoltage) continue;
+        // Change-mask versions judge the throttle by the voltage before, while they read it.
+        if (!IsChangeMaskVersion(version)) b.throttleRaw[c] = throttleNotSeen;
+        if (VBerrexp) continue;
+        if (!IsChangeMaskVersion(version)) b.th[c] = 0;
+        b.fsus[c] = b.rsus[c] = 0;
+    }
+}
+
+void JudgeVoltage(SampleBlock& b, int version) {
+    b.trusted = IsFirstUnitVersion(version) || RangeOf(b.vb).least >= trustedVoltage;
+    if (!b.trusted) BlankLowVoltage(b, version);
+}
+
+// The throttle's extremes leave out the first and the last second.
+static void TrackThrottle(const SampleBlock& b, int capacity) {
+    int from = std::max(b.first, CellOf(b, 201)), to = std::min(b.end, CellOf(b, capacity - 200));
+    Range<uint8_t> range{throttleNotSeen, throttleNotSeen};
+    if (to - from == blockSize) range = RangeOf(b.throttleRaw);
+    else
+        for (int c = from; c < to; c++)
+            range = {std::min(range.least, b.throttleRaw[c]), std::max(range.most, b.throttleRaw[c])};
+    tpsMinSeen[b.slot] = std::min<int>(tpsMinSeen[b.slot], range.least);
+    tpsMaxSeen[b.slot] = std::max<int>(tpsMaxSeen[b.slot], range.most);
+}
+
+// A stroke's extreme follows the reading in the first second, and goes on from there.
+static void TrackStroke(const SampleBlock& b, int version, const StrokeSensor& sensor, const uint16_t* raw, int& seen) {
+    bool falls = !IsFixedSensor(sensor, version) && sensor.type == 1 && sensor.stroke < 0;
+    int unit = version == 4 ? 64 : 1;
+    auto follow = [&](int reading) { seen = falls ? std::min(seen, reading / unit) : std::max(seen, reading / unit); };
+    if (IsFullBlock(b) && b.trusted && b.start >= 200) {
+        Range<uint16_t> range = RangeOf(raw);
+        follow(falls ? range.least : range.most);
+        return;
+    }
+    for (int c = b.first; c < b.end; c++) {
+        if (SampleAt(b, c) < 200) seen = raw[c] / unit;
+        else if (version == 0 || b.vb[c] >= trustedVoltage) follow(raw[c]);
+    }
+}
+
+void TrackExtremes(const SampleBlock& b, int version, int capacity) {
+    if (!IsFirstUnitVersion(version)) TrackThrottle(b, capacity);
+    if (version == 32) return;
+    TrackStroke(b, version, FrontSensor(b.slot), b.frontRaw, fsusMaxSeen[b.slot]);
+    TrackStroke(b, version, RearSensor(b.slot), b.rearRaw, rsusMaxSeen[b.slot]);
+}
+
+// Samples that differ from the one before.
+template <class T>
+static int CountChanges(const SampleBlock& b, const T* cells) {
+    return OverSamples(b, [cells](auto first, auto end) {
+        std::make_unsigned_t<T> changes = 0;  // as wide as the cells, for the vectors' sake
+        for (int c = first; c < end; c++) changes += cells[c] != cells[c - 1] ? 1 : 0;
+        return static_cast<int>(changes);
+    });
+}
+
+// Samples that no delta of one byte reaches.
+static int CountLeaps(const SampleBlock& b, const uint16_t* cells) {
+    return OverSamples(b, [cells](auto first, auto end) {
+        uint16_t leaps = 0;
+        for (int c = first; c < end; c++) {
+            uint16_t change = cells[c] > cells[c - 1] ? cells[c] - cells[c - 1] : cells[c - 1] - cells[c];
+            leaps += change >= 127 ? 1 : 0;
+        }
+        return static_cast<int>(leaps);
+    });
+}
+
+void EstimateSize(const SampleBlock& b) {
+    int bytes = (2 + 3) * (b.end - b.first);  // the mask, and a byte for each of the words
+    for (const uint16_t* cells : {b.ne, b.vfw, b.vrw}) bytes += CountLeaps(b, cells);
+    for (const int16_t* cells : {b.fsus, b.rsus}) bytes += CountChanges(b, cells);
+    for (const auto& cells : b.inputs) bytes += CountChanges(b, cells);
+    nativeSizeEstimate += bytes + CountChanges(b, b.th) + CountChanges(b, b.vb);
+}

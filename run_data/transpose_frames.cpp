@@ -1,0 +1,46 @@
+#include "run_data/transpose_frames.h"
+
+#include "run_data/byte_order.h"
+#include "run_data/log_header.h"
+
+void TransposeFramesPlain(const uint8_t* frames, uint16_t (&words)[frameWords][blockCells]) {
+    for (int c = lead; c < blockCells; c++, frames += frameSize)
+        for (int k = 0; k < frameWords; k++) words[k][c] = ReadU16Be(frames + 2 * k);
+}
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+
+static __m128i SwapBytes(__m128i words) { return _mm_or_si128(_mm_slli_epi16(words, 8), _mm_srli_epi16(words, 8)); }
+
+// Deals the upper four rows in between the lower four, word by word.
+static void Interleave(const __m128i (&in)[8], __m128i (&out)[8]) {
+#pragma GCC unroll 4
+    for (int i = 0; i < 4; i++) {
+        out[2 * i] = _mm_unpacklo_epi16(in[i], in[i + 4]);
+        out[2 * i + 1] = _mm_unpackhi_epi16(in[i], in[i + 4]);
+    }
+}
+
+// Eight frames are a square of eight words each; three times interleaved, rows have become columns.
+static void TransposeEight(const __m128i* frames, uint16_t (&words)[frameWords][blockCells], int cell) {
+    __m128i a[8], b[8];
+#pragma GCC unroll 8
+    for (int i = 0; i < 8; i++) a[i] = _mm_loadu_si128(frames + i);
+    Interleave(a, b);
+    Interleave(b, a);
+    Interleave(a, b);
+#pragma GCC unroll 8
+    for (int k = 0; k < frameWords; k++) _mm_store_si128(reinterpret_cast<__m128i*>(words[k] + cell), SwapBytes(b[k]));
+}
+
+void TransposeFrames(const uint8_t* frames, uint16_t (&words)[frameWords][blockCells]) {
+    // The log is read once, in order, but a page is as long as a block of frames: the next one is fetched meanwhile.
+    for (int c = lead; c < blockCells; c += 8, frames += 8 * frameSize) {
+        for (int line = 0; line < 8 * frameSize; line += 64) __builtin_prefetch(frames + blockSize * frameSize + line);
+        TransposeEight(reinterpret_cast<const __m128i*>(frames), words, c);
+    }
+}
+#else
+void TransposeFrames(const uint8_t* frames, uint16_t (&words)[frameWords][blockCells]) { TransposeFramesPlain(frames, words); }
+#endif
