@@ -6,6 +6,7 @@
 #include "graph/color_scheme.h"
 #include "graph/grid.h"
 #include "tests/program_fixture.h"
+#include "tests/source_folder.h"
 
 namespace {
 
@@ -70,7 +71,7 @@ struct GoldenFrame : ProgramTest {
         return sum;
     }
     void CompareOperations(const std::string& name) {
-        const std::string path = ZRKA_SOURCE_FOLDER "/tests/app/golden/" + name + ".txt";
+        const std::string path = SourceFolder() + "/tests/app/golden/" + name + ".txt";
         const std::string drawn = RecordedText(DrawFrame);
         if (Updating()) std::ofstream(path, std::ios::binary) << drawn;
         std::ifstream file(path, std::ios::binary);

@@ -6,6 +6,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "tests/source_folder.h"
+
 namespace {
 
 std::string ReadFile(const std::filesystem::path& path) {
@@ -22,7 +24,7 @@ IconDrawing Parsed(const std::string& shapes) {
 
 TEST(IconMaker, TheIconsOfTheProgramAreWhatItsSourcesGive) {
     int icons = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(ZRKA_SOURCE_FOLDER "/resources/icons")) {
+    for (const auto& entry : std::filesystem::directory_iterator(SourceFolder() + "/resources/icons")) {
         if (entry.path().extension() != ".svg") continue;
         SCOPED_TRACE(entry.path().filename().string());
         IconDrawing drawing;

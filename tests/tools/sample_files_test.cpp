@@ -8,6 +8,7 @@
 #include <set>
 
 #include "settings/profile_file.h"
+#include "tests/source_folder.h"
 #include "tools/sample_log/corpus.h"
 #include "tools/sample_log/ride.h"
 #include "tools/sample_log/sample_log.h"
@@ -284,7 +285,7 @@ constexpr const char* sections[] = {"Time",  "Ne",   "TH",   "VFW", "VRW",  "FRS
 
 TEST(SampleCsvLog, LabelsOfTheProgramKnowEveryTitle) {
     ProfileText labels;
-    ASSERT_EQ(LoadProfile(ZRKA_SOURCE_FOLDER "/resources/data/csvlabel.ini", labels), 0);
+    ASSERT_EQ(LoadProfile((SourceFolder() + "/resources/data/csvlabel.ini").c_str(), labels), 0);
     const auto keyOf = [&](const char* section, const std::string& title) {
         for (int key = 0; key < 16; key++)
             if (ProfileString(labels, section, std::to_string(key), "") == title) return key;
@@ -309,7 +310,7 @@ TEST(SampleCsvLog, LabelsOfTheProgramKnowEveryTitle) {
 
 TEST(SampleCsvLog, LabelsAreWholeAndNoTitleStandsForTwoChannels) {
     ProfileText labels;
-    ASSERT_EQ(LoadProfile(ZRKA_SOURCE_FOLDER "/resources/data/csvlabel.ini", labels), 0);
+    ASSERT_EQ(LoadProfile((SourceFolder() + "/resources/data/csvlabel.ini").c_str(), labels), 0);
     std::set<std::string> titles;
     for (const char* section : sections)
         for (int key = 0; key < 16; key++) {
