@@ -102,26 +102,56 @@ static void Close(HWND window) {
     EndDialog(window, 0);
 }
 
+// What is left to do after a press: show both tables as they are now, or end the dialog.
+enum class After { show, close };
+
+// The tools behind the buttons, a function each.
+
+static After RunDistribution() {
+    OpenDialog(dialogDistribution);
+    return After::show;
+}
+
+static After RunSimulation() {
+    OpenDialog(dialogFinalSimulation);
+    RefreshLapTables();
+    return After::show;
+}
+
+static After RunHarmonize() { return After::show; }
+
+static After LeaveForExport() {
+    LeaveForCsvOutput();
+    return After::close;
+}
+
+static After LeaveForAfMap() { return After::close; }
+
+template <void (*click)()>
+static After Press() {
+    click();
+    return After::show;
+}
+
+struct ButtonAction {
+    int id;
+    After (*press)();
+};
+static constexpr ButtonAction buttonActions[] = {
+    {checkSectorTime, Press<ClickSectorTimes>}, {buttonTablePage, Press<ClickPage>}, {labelLowerFile, Press<ClickLowerFile>},
+    {buttonDistribution, RunDistribution},      {buttonSimulation, RunSimulation},   {buttonHarmonize, RunHarmonize},
+    {buttonCsvOutput, LeaveForExport},          {buttonLafHistogram, LeaveForAfMap},
+};
+
 static void OnButton(HWND window, int id) {
-    switch (id) {
-        case checkSectorTime: ClickSectorTimes(); break;
-        case buttonTablePage: ClickPage(); break;
-        case labelLowerFile: ClickLowerFile(); break;
-        case buttonDistribution: OpenDialog(dialogDistribution); break;
-        case buttonSimulation:
-            OpenDialog(dialogFinalSimulation);
-            RefreshLapTables();
-            break;
-        case buttonCsvOutput:
-            LeaveForCsvOutput();
+    if (id == buttonTableClose || id == IDCANCEL) return Close(window);  // or the close box, or Esc
+    for (const ButtonAction& row : buttonActions) {
+        if (row.id != id) continue;
+        if (row.press() == After::close)
             EndDialog(window, 0);
-            return;
-        case buttonLafHistogram: EndDialog(window, 0); return;
-        case buttonTableClose:
-        case IDCANCEL: Close(window); return;  // the close box, or Esc
-        default: return;
+        else
+            ShowTables(window);
     }
-    ShowTables(window);
 }
 
 // 1 when the id belongs to the table. A click on a value ends the dialog.
