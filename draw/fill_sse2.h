@@ -72,6 +72,17 @@ inline void FillWith(uint32_t* pixels, ptrdiff_t pitch, int width, int height, c
     }
 }
 
+// Rows of one colour. From some length on the processor's own string store is twice as fast as any row of SSE2 stores.
+constexpr int longRow = 128;  // pixels
+inline void CopyRows(uint32_t* pixels, ptrdiff_t pitch, int width, int height, uint32_t source) {
+    if (width < longRow) return FillWith(pixels, pitch, width, height, Copy{Four(source)});
+    for (; height > 0; --height, pixels += pitch) {
+        uint32_t* p  = pixels;
+        size_t count = static_cast<size_t>(width);
+        asm volatile("rep stosl" : "+D"(p), "+c"(count) : "a"(source) : "memory");
+    }
+}
+
 inline Alpha AlphaOf(const Paint& paint) {
     const Pixels weight = Low(Four(paint.weight));
     return {_mm_mullo_epi16(Low(Four(paint.source)), weight), _mm_sub_epi16(Words(255), weight)};
@@ -80,7 +91,7 @@ inline Alpha AlphaOf(const Paint& paint) {
 inline void FillPixels(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Paint& paint) {
     switch (paint.kind) {
         case BlendKind::nothing: return;
-        case BlendKind::copy: return FillWith(pixels, pitch, width, height, Copy{Four(paint.source)});
+        case BlendKind::copy: return CopyRows(pixels, pitch, width, height, paint.source);
         case BlendKind::alpha: return FillWith(pixels, pitch, width, height, AlphaOf(paint));
         case BlendKind::add: return FillWith(pixels, pitch, width, height, Add{Four(paint.source)});
         case BlendKind::subtract: return FillWith(pixels, pitch, width, height, Subtract{Four(paint.source)});

@@ -94,13 +94,13 @@ static bool FillEqualRow(uint32_t* row, int count, const Walk& walk, const Mappe
         sse2::ReadTexels(samples, TexelRow(texels, walk.v >> 32), texels.width, texels);
     for (int x = 1; x < texels.width; ++x)
         if (samples[x] != samples[0]) return false;
-    std::fill_n(samples, narrowRow, samples[0]);
     if (image.mix.kind == BlendKind::copy) {
         uint32_t mixed = row[0];
         sse2::MixRow(&mixed, samples, 1, image.mix);
-        if (samples[0] >> 24 >= 128) sse2::FillPixels(row, 0, count, 1, {BlendKind::copy, mixed, 0});
+        if (samples[0] >> 24 >= 128) sse2::CopyRows(row, 0, count, 1, mixed);
         return true;
     }
+    std::fill_n(samples, narrowRow, samples[0]);
     for (; count > 0; count -= narrowRow, row += narrowRow)
         sse2::MixRow(row, samples, std::min(count, narrowRow), image.mix);
     return true;
