@@ -1,17 +1,24 @@
-// frame_bench.cpp -- one frame with three logs and all fourteen channels, against a copy of the client's pixels.
+// frame_bench.cpp -- one frame with three logs and all fourteen channels, against a copy of the client's pixels; and what the
+// read-outs and the course map add to a frame.
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <vector>
 
 #include "app/frame_loop.h"
+#include "app/frame_steps.h"
 #include "bench/ratio.h"
 #include "draw/draw_layer.h"
 #include "draw/surface.h"
 #include "graph/channel_plot.h"
+#include "graph/ruler.h"
 #include "graph/view_state.h"
+#include "platform/files.h"
 #include "platform/headless/script.h"
 #include "run_data/native_log.h"
 #include "run_data/run_store.h"
@@ -31,7 +38,20 @@ static void LoadSampleLog(int slot) {
     ReadNativeLog(slot, log.data(), length);
 }
 
+// The program's folder, with a course in it.
+struct CourseFolder {
+    std::filesystem::path path = std::filesystem::temp_directory_path() / ("zrka_frame_bench_" + std::to_string(getpid()));
+
+    CourseFolder() {
+        std::filesystem::create_directories(path);
+        std::ofstream(path / "sorrel.crs") << MakeCourse("sorrel");
+        SetProgramFolder((path.string() + "/").c_str());
+    }
+    ~CourseFolder() { std::filesystem::remove_all(path); }
+};
+
 static void LoadSampleLogs() {
+    static const CourseFolder folder;
     LoadDefaults();
     ExpertMode = 2;
     for (int slot = 0; slot < fileSlots; slot++) {
@@ -54,6 +74,12 @@ static void PrepareView(int width, int height, int samplesPerPixel) {
     timeScale = samplesPerPixel;
     viewZoom = 1.0;
     shortcutOverlayOn = 0;
+    CursolValueMode = 1;  // tags and panels
+    mouseX = width / 3;
+    mouseY = height / 2;
+    courseCenterX = width;  // as the settings place it: the upper right corner
+    courseCenterY = 0;
+    courseZoom = 0.5f;
 }
 
 static void CopyClient(std::vector<uint32_t>& copy) {
@@ -83,3 +109,49 @@ static void ViewSizes(benchmark::internal::Benchmark* bench) {
 BENCHMARK(PlotOfThreeLogs)->Apply(ViewSizes);
 BENCHMARK(PlotWithoutPixels)->Apply(ViewSizes);
 BENCHMARK(WholeFrame)->Apply(ViewSizes);
+
+// --- what is drawn over the traces -------------------------------------------------------------------------------------
+
+// The steps of the frame that stand before the read-outs: grid, traces, lap lines, cursor line.
+static void DrawTraces() {
+    for (const FrameStep& step : frameSteps) {
+        if (step.draw == DrawRuler) return;
+        if (step.wanted && !step.wanted()) continue;
+        if (step.blend) step.blend();
+        step.draw();
+        if (step.blend) SetBlend(blendNone, 255);
+    }
+}
+
+// A frame of two logs with ruler, value panel, tags, lap lists, scroll bar and the panels of a resting view, against its
+// traces alone.
+static void FrameWithReadOuts(benchmark::State& state) {
+    const int height = static_cast<int>(state.range(0));
+    PrepareView(height * 16 / 9, height, static_cast<int>(state.range(1)));
+    slotInUse[2] = 0;
+    CourseLayout_on = 0;
+    CompareToFloor(state, [] { activityCount = 60; }, DrawTraces, DrawFrame);
+    CourseLayout_on = 1;
+    slotInUse[2] = 1;
+}
+BENCHMARK(FrameWithReadOuts)->Apply(ViewSizes);
+
+// The same frame of three logs with the course map and without it. Third argument: percent of the map's full size, at which
+// it also has a backdrop.
+static void FrameWithCourse(benchmark::State& state) {
+    const int height = static_cast<int>(state.range(0));
+    PrepareView(height * 16 / 9, height, static_cast<int>(state.range(1)));
+    courseZoom = static_cast<float>(state.range(2)) / 100;
+    const auto draw = [](int course) {
+        CourseLayout_on = course;
+        DrawFrame();
+    };
+    for (int frame = 0; frame < 100; frame++) draw(1);  // until the backdrop stands
+    CompareToFloor(state, [] { activityCount = 60; }, [&] { draw(0); }, [&] { draw(1); });
+}
+BENCHMARK(FrameWithCourse)
+    ->ArgsProduct({{1080, 2160}, {5, 20, 100}, {50, 100}})
+    ->ArgNames({"height", "scale", "map"})
+    ->UseManualTime()
+    ->Iterations(frameTurns)
+    ->Unit(benchmark::kMillisecond);
