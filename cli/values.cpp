@@ -14,6 +14,7 @@
 #include "analysis/lap_table.h"
 #include "app/frame_loop.h"
 #include "app/layout_cycle.h"
+#include "app/toolbar.h"
 #include "graph/color_scheme.h"
 #include "graph/rest_panels.h"
 #include "graph/value_readout.h"
@@ -95,6 +96,8 @@ static void AppendCurve(std::string& line, int slot) {
     }
 }
 
+static bool ToolbarOpen() { return ToolbarWindowHandle() != nullptr; }
+
 // Index, row and column of File 1 and of File 2.
 static void AppendMemoCursors(std::string& line, int) {
     for (const MemoCursor& cursor : memoCursor)
@@ -137,11 +140,12 @@ static constexpr Value values[] = {
 
     // Loop and frame.
     ONE(activityCount), ONE(idleFrame), ONE(animationPending), ONE(quitFlag), ONE(powerState), ONE(frameNumber), ONE(layoutCycle),
-    {"mainWindow", 1, AppendResult<MainWindowOpen>}, ONE(screenWidth), ONE(screenHeight), ONE(clientWidth),
+    {"mainWindow", 1, AppendResult<MainWindowOpen>}, {"toolbarWindow", 1, AppendResult<ToolbarOpen>}, ONE(screenWidth), ONE(screenHeight), ONE(clientWidth),
     ONE(clientHeight), ONE(halfWidth), ONE(halfHeight), ONE(rowHeight), ONE(fontSize), ONE(lapColumnWidth), ONE(lapListTop),
     ONE(viewZoom), ONE(viewZoomGoal), ONE(timeScale), ONE(scrollY), {"baseLineX", 1, AppendResult<BaseLineX>},
     ONE(graphPositionOn), ONE(afMapOn), ONE(realTimePlayOn), ONE(shortcutOverlayOn), ONE(shortcutFade), ONE(scrollBarOn),
-    ONE(scrollBarGrow), SLOTS(fileBright), SLOTS(fileDim), SLOTS(neFactor), ONE(afFade), ONE(afProgress), ONE(histForce),
+    ONE(scrollBarGrow), SLOTS(fileBright), SLOTS(fileDim), SLOTS(neFactor), ONE(playStamp), ONE(afFade), ONE(afProgress),
+    ONE(afInvert), ONE(afLow), ONE(afWidth), ONE(csvRangePending), ONE(clientVisible), ONE(appear), ONE(histBusy), ONE(histForce),
     ONE(keepOn), ONE(meterRedraw), ONE(popupWanted), ONE(popupCounter),
     ONE(bodyImage), ONE(tireImage), ONE(meterImage), ONE(needleImage), ONE(courseImage), ONE(summaryPanel), ONE(memoPanel),
     ONE(coursePopup), ONE(gridStrip), ONE(labelStrip), ONE(susImageA), ONE(susImageB), ONE(courseImageNoAlpha),
@@ -154,7 +158,7 @@ static constexpr Value values[] = {
 
     // Input.
     ONE(mouseX), ONE(mouseY), ONE(mouseButtons), ONE(wheelNotches), ONE(lapSteps), ONE(shiftDown), ONE(ctrlDown),
-    SLOTS(fileMoveOn), ONE(lapHover), ONE(panelHover), ONE(courseHover), ONE(widgetHover), ONE(dragKind), ONE(zoomDragOn),
+    SLOTS(fileMoveOn), ONE(lapHover), ONE(panelHover), ONE(courseHover), ONE(courseDrag), ONE(widgetHover), ONE(dragKind), ONE(zoomDragOn),
     ONE(lafDelay), ONE(lafDelayShow), ONE(rulerFade), SLOTS(titleRect),
 
     // Read-outs.

@@ -108,11 +108,9 @@ static void WalkList(int slot) {
 
 // One row per frame towards the current lap. Kept: the 16 is not the row height.
 static void ScrollList(int slot) {
-    const int row = currentLap[slot] - lapViewOffset[slot];
-    if (row < 3 && lapViewOffset[slot] > 0)
-        lapViewOffset[slot]--;
-    else if (row * 16 - 15 + lapListTop > clientHeight - arrowMargin)
-        lapViewOffset[slot] = std::min(lapViewOffset[slot] + 1, lapCount[slot] - 1);
+    int& offset = lapViewOffset[slot];
+    if (currentLap[slot] - offset < 3 && offset > 0) offset--;
+    if ((currentLap[slot] - offset) * 16 - 15 + lapListTop > clientHeight - arrowMargin) offset = std::min(offset + 1, lapCount[slot] - 1);
 }
 
 static void DrawCurrentBar(int slot) {

@@ -43,6 +43,7 @@ void ScriptToolClose();
 // What the window shows.
 bool ShownToolButton(int id);
 int ShownToolIcon(int id);  // 0 for none
+std::string ShownToolTip(int id);
 // Where the user has dragged it.
 void ScriptToolRect(const ScreenRect& rect);
 

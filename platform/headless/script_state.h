@@ -32,6 +32,7 @@ struct ScriptState {
     ScreenRect toolRect = {0, 0, 78, 260};  // 48 by 144 dialog units and a caption
     std::map<int, bool> toolChecked;
     std::map<int, int> toolIcon;
+    std::map<int, std::string> toolTip;
     // Answers.
     std::deque<PreparedAnswer> answers;
     int (*dialogHandler)(int id, int argument) = nullptr;

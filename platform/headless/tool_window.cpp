@@ -7,6 +7,7 @@ int OpenToolWindow(const ToolWindowEvents& events) {
     script.toolEvents     = events;
     script.toolChecked.clear();
     script.toolIcon.clear();
+    script.toolTip.clear();
     return 0;
 }
 
@@ -26,7 +27,9 @@ void SetToolButtonIcon(int id, int iconResource) {
     if (script.toolWindowOpen) script.toolIcon[id] = iconResource;
 }
 
-void SetToolButtonTip(int, const char*) {}  // nobody rests a mouse on it
+void SetToolButtonTip(int id, const char* text) {
+    if (script.toolWindowOpen) script.toolTip[id] = text;
+}
 
 ScreenRect ToolWindowRect() { return script.toolRect; }
 
@@ -46,5 +49,6 @@ void ScriptToolClose() {
 }
 
 bool ShownToolButton(int id) { return script.toolChecked.contains(id) && script.toolChecked[id]; }
+std::string ShownToolTip(int id) { return script.toolTip.contains(id) ? script.toolTip[id] : ""; }
 int ShownToolIcon(int id) { return script.toolIcon.contains(id) ? script.toolIcon[id] : 0; }
 void ScriptToolRect(const ScreenRect& rect) { script.toolRect = rect; }

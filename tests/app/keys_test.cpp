@@ -494,12 +494,31 @@ TEST_F(Keys, DigitsOpenLogsIntoTheirFiles) {
     }
 }
 
-TEST_F(Keys, Key3BelowTheExpertLevelOnlyReturnsTheFocus) {
+TEST_F(Keys, Key3BelowTheExpertLevelDoesNothing) {
     ExpertMode = 1;
     ScriptForeground(Foreground::toolbar);
     ExpectActivity('3', 7);
     EXPECT_TRUE(shown.empty());
-    EXPECT_EQ(ForegroundWindow(), Foreground::mainWindow);
+    EXPECT_EQ(ForegroundWindow(), Foreground::toolbar);
+}
+
+TEST_F(Keys, Key4SavesTheCourseMapWhileThatIsShown) {
+    CourseLayout_on = 0;
+    ExpectActivity('4', 7);
+    EXPECT_TRUE(shown.empty());
+    CourseLayout_on = 1;
+    ExpectActivity('4', 7);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].kind, "save");
+    EXPECT_NE(shown[0].text.find("*.bmp"), std::string::npos);
+}
+
+TEST_F(Keys, KTellsTheFuelUsed) {
+    FillSlot(0, 5000);
+    ExpectActivity('k', 7);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].kind, "box");
+    EXPECT_NE(shown[0].text.find("cc"), std::string::npos) << shown[0].text;
 }
 
 TEST_F(Keys, ACancelledOpenLeavesTheActivityToTheLoad) {

@@ -39,6 +39,18 @@ TEST_F(Toolbar, StartsWithTheStatesOfItsTable) {
     for (const auto& [id, icon] : icons) EXPECT_EQ(ShownToolIcon(id), icon) << id;
 }
 
+TEST_F(Toolbar, EveryButtonTellsWhatItDoesAndItsKey) {
+    const struct { int id; const char* tip; } rows[] = {
+        {1111, "Move File 1 (Z)"},   {1112, "Move File 2 (X), with Shift File 3"},
+        {1033, "Open File 1 (1)"},   {1034, "Open File 2 (2), with Shift File 3"},
+        {1035, "Overlay the speeds, fit the traces, standard layout"},
+        {1036, "Close File 2 and 3, with Shift File 3"},
+        {1113, "Graph position"},    {1114, "Graphs (Esc)"},
+        {1115, "Meter and body (A)"}, {1117, "A/F map (E)"},
+        {1116, "Play (S)"},          {1037, "Setup (F)"}};
+    for (const auto& row : rows) EXPECT_EQ(ShownToolTip(row.id), row.tip) << row.id;
+}
+
 TEST_F(Toolbar, AfterADeviceResetItShowsWhatTheVariablesSay) {
     fileMoveOn[0] = 0;
     AnimeMode = 1;

@@ -115,11 +115,12 @@ TEST_F(CliValues, TheTableCoversEveryNameAScriptMayAskFor) {
     const char* names =
         "activityCount idleFrame animationPending quitFlag powerState screenWidth screenHeight clientWidth clientHeight "
         "halfWidth halfHeight viewZoom viewZoomGoal timeScale scrollY shortcutOverlayOn shortcutFade scrollBarOn "
-        "scrollBarGrow graphPositionOn afMapOn realTimePlayOn mainWindow rowHeight fontSize lapColumnWidth lapListTop "
+        "scrollBarGrow graphPositionOn afMapOn realTimePlayOn mainWindow toolbarWindow rowHeight fontSize lapColumnWidth lapListTop "
         "bodyImage tireImage meterImage needleImage courseImage summaryPanel memoPanel gridStrip labelStrip susImageA "
         "susImageB bigFont smallFont mouseX mouseY mouseButtons wheelNotches lapSteps shiftDown ctrlDown fileMoveOn "
         "jumpTarget lapHover panelHover widgetHover courseHover dragKind zoomDragOn lafDelay lafDelayShow rulerFade "
         "lapChecked lapOrder firstRow sortKey selectState bestLap secondLap bestSector secondSector statPage sectorView lowerFile "
+        "afInvert afLow afWidth csvRangePending clientVisible appear histBusy courseDrag playStamp coursePopup popupWanted popupCounter "
         "keepSelection simFront simRear simTireLength "
         "tagSpread nameFade tagValue summaryFade memoFade memoCursor layoutCycle titleRect fileBright fileDim neFactor cursorPos currentLap lapViewOffset LapTimeCentis baseLineX "
         "Data BMP x y x2 y2 zoomed Curse_X Curse_Y Curse_Z MC_X MC_Y MC_Z Meter_X Meter_Y Meter_Z Susgram_X Susgram_Y "

@@ -321,6 +321,20 @@ TEST_F(ReadOuts, TheListScrollsOneRowAFrameTowardsTheCurrentLapAndShowsTriangles
     EXPECT_EQ(lapViewOffset[0], 0);
 }
 
+TEST_F(ReadOuts, InALowWindowTheListComesToRestAtTheCurrentLap) {
+    clientHeight = 380;
+    lapCount[0] = 100;
+    for (int lap = 0; lap < 100; lap++) lapStart[0][lap] = lap * 60;
+    FillLapEnd(0);
+    cursorPos[0] = 4990 * 100;
+    for (int frame = 0; frame < 150; frame++) DrawLapList();
+    EXPECT_EQ(currentLap[0], 84);
+    for (int frame = 0; frame < 3; frame++) {
+        DrawLapList();
+        EXPECT_EQ(lapViewOffset[0], 82) << "the second rule takes back what the first one did";
+    }
+}
+
 TEST_F(ReadOuts, WithTwoMarksPerLapEverySecondRowHasDashes) {
     MarksPerLap[0] = 2;
     lapCount[0] = 4;
