@@ -102,8 +102,8 @@ static void Close(HWND window) {
     EndDialog(window, 0);
 }
 
-// What is left to do after a press: show both tables as they are now, or end the dialog.
-enum class After { show, close };
+// What is left to do after a press: show both tables as they are now, or end the dialog; the export's takes its place then.
+enum class After { show, close, openExport };
 
 // The tools behind the buttons, a function each.
 
@@ -122,7 +122,7 @@ static After RunHarmonize() { return After::show; }
 
 static After LeaveForExport() {
     LeaveForCsvOutput();
-    return After::close;
+    return After::openExport;
 }
 
 static After LeaveForAfMap() { return After::close; }
@@ -147,10 +147,11 @@ static void OnButton(HWND window, int id) {
     if (id == buttonTableClose || id == IDCANCEL) return Close(window);  // or the close box, or Esc
     for (const ButtonAction& row : buttonActions) {
         if (row.id != id) continue;
-        if (row.press() == After::close)
-            EndDialog(window, 0);
-        else
+        const After after = row.press();
+        if (after == After::show)
             ShowTables(window);
+        else
+            EndDialog(window, after == After::openExport ? dialogCsvRange : 0);
     }
 }
 

@@ -94,9 +94,10 @@ static void OpenAnalysis() {
     afMapOn = 0;
     dragKind = 0;
     rulerFade = 5;
-    OpenDialog(dialogAnalysisTools);
+    const int next = OpenDialog(dialogAnalysisTools);  // the dialog that takes its place, 0 for none
     graphPositionOn = 0;
     ShowModeButtons();
+    if (next != 0) OpenDialog(next);
 }
 
 static void DoubleZoom() {

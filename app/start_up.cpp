@@ -1,6 +1,7 @@
 // start_up.cpp -- from the entry point to the first pass, recovery of a lost device, and the end of the run.
 #include <cstdio>
 
+#include "analysis/csv_export.h"
 #include "analysis/final_simulation.h"
 #include "analysis/lap_marks.h"
 #include "analysis/lap_order.h"
@@ -48,6 +49,7 @@ void LoadDefaults() {
     DefaultLapStats();
     DefaultLapTable();
     DefaultFinalSimulation();
+    DefaultCsvExport();
     DefaultToolbar();
     DefaultInputStep();
     DefaultFrameLoop();

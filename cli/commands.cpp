@@ -30,6 +30,22 @@ static std::string LapsDetails() {
            "channel's own values, of the slips x 100.";
 }
 
+static const OptionInfo exportOptions[] = {
+    {"--rate", "200|100|50|10|1", "samples a second that are written; without it 200",
+     "zrka_cli export --rate 10 run.csv run.zrk"},
+    {"--columns", "COLUMN,COLUMN,...", "of Distance, Lap, Ne, TH, VFW, VRW, FrSUS, RrSUS, LAF1, LAF2, VB, AUX1, AUX2, SlipRatio,\n"
+     "      FrSusSpeed, RrSusSpeed; without it the channels that the graphs show. The last three only come with ExpertMode 2",
+     "zrka_cli --set ModeSetting.ExpertMode=2 export --columns Distance,Lap,Ne,SlipRatio run.csv run.zrk"},
+    {"--laps", "ROW,ROW,...", "the checked rows of the lap table; without it all but the out lap and the last one",
+     "zrka_cli export --laps 1,2,5 run.csv run.zrk"},
+    {"--range", "FIRST-LAST", "the samples from FIRST to LAST instead of laps", "zrka_cli export --range 400-1200 run.csv run.zrk"},
+};
+
+static std::string ExportDetails() {
+    return "The first column is always Time, in seconds from 0 over what is exported. OUT.csv is replaced when it is complete, or\n"
+           "stays what it was. The window's messages are on standard error.";
+}
+
 static std::string RenderDetails() { return "Time is virtual: no pass waits."; }
 
 static const Command commands[] = {
@@ -40,6 +56,8 @@ static const Command commands[] = {
      RenderDetails, "zrka_cli render run.bmp run.zrk", renderOptions, 2, 4, RunRender},
     {"laps", "[--table page1|page2|sectors] [--file N] [--sort KEY] [--first ROW] [--check ROW,ROW,...] FILE [FILE [FILE]]",
      "tells what each lap reached, and its sectors", LapsDetails, "zrka_cli laps run.zrk", lapsOptions, 1, 3, RunLaps},
+    {"export", "OUT.csv [--rate 200|100|50|10|1] [--columns COLUMN,...] [--laps ROW,ROW,...|--range FIRST-LAST] FILE",
+     "writes laps or a stretch of a log as a text table", ExportDetails, "zrka_cli export run.csv run.zrk", exportOptions, 2, 2, RunExport},
     {"play", "SCRIPT [FILE [FILE [FILE]]]", "runs the frame loop on scripted input",
      PlayDetails, "zrka_cli play steps.txt run.zrk", {}, 1, 4, RunPlay},
 };

@@ -98,3 +98,11 @@
 #define labelLoggedTire   1633
 #define listFrontTeeth    1669
 #define listRearTeeth     1670
+
+// 1028, The selection of items and range.
+#define buttonCsvLaps   1072
+#define buttonCsvRange  1073
+#define checkCsvTime    1147
+#define firstCsvColumn  1148  // Distance, then one by one to 1163
+#define listCsvRate     1689
+#define progressCsv     1693

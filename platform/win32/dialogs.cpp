@@ -1,5 +1,9 @@
 #include "platform/dialogs.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <array>
 
 #include "platform/win32/owners.h"
@@ -40,7 +44,17 @@ static INT_PTR CALLBACK FirstMessages(HWND window, UINT message, WPARAM wParam, 
     return dialog.procedure(window, message, wParam, lParam);
 }
 
+// Progress bars and their like. Loaded with the first dialog, as start-up should not wait for them.
+static void LoadControlClasses() {
+    using Load = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
+    static const auto load = reinterpret_cast<Load>(
+        reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"comctl32.dll"), "InitCommonControlsEx")));
+    static constexpr INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_PROGRESS_CLASS};
+    if (load) load(&classes);
+}
+
 int OpenDialog(int id, int argument) {
+    LoadControlClasses();
     for (int i = 0; i < registeredCount; ++i) {
         if (registered[i].id != id || runningCount == maxNesting) continue;
         const HWND owner = DialogOwner();

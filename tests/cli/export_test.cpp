@@ -1,0 +1,106 @@
+// The command export: it writes what the window's export writes.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/cli/cli_run.h"
+#include "tests/test_folder.h"
+#include "tools/sample_log/sample_log.h"
+
+namespace {
+
+struct CliExport : testing::Test {
+    TestFolder folder;
+    std::string log;
+
+    CliExport() {
+        SampleLogOptions options;
+        options.laps = 3;
+        const std::vector<uint8_t> bytes = MakeSampleLog(options);
+        log = folder.Write("run.zrk", {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    }
+    CliRun Run(std::vector<std::string> words) {
+        words.insert(words.begin(), {"--home", folder.Path(), "--set", "ModeSetting.ExpertMode=2", "export"});
+        return RunCli(words);
+    }
+    // The lines of the table that these options give.
+    std::vector<std::string> Lines(std::vector<std::string> words) {
+        words.insert(words.end(), {folder.Path("out.csv"), log});
+        const CliRun run = Run(words);
+        EXPECT_EQ(run.status, exitDone) << run.err;
+        EXPECT_EQ(run.err, "box Saved | Done.\n");
+        std::vector<std::string> lines;
+        std::string line;
+        for (std::istringstream text(folder.Read("out.csv")); std::getline(text, line);) {
+            EXPECT_EQ(line.back(), '\r');
+            lines.push_back(line.substr(0, line.size() - 1));
+        }
+        return lines;
+    }
+};
+
+TEST_F(CliExport, WritesTheCheckedLapsWithTheChannelsOfTheGraph) {
+    const std::vector<std::string> lines = Lines({});
+    EXPECT_EQ(lines[0].rfind("Time,Ne,TH,", 0), 0u);
+    EXPECT_GT(lines.size(), 1000u);
+    EXPECT_EQ(lines[1].rfind("0.000,", 0), 0u);
+}
+
+TEST_F(CliExport, ColumnsAreThoseNamed) {
+    EXPECT_EQ(Lines({"--columns", "RrSusSpeed,Lap,SlipRatio,Distance,Time", "--range", "10-20"})[0], "Time,Distance,LAP,Slip,vRSus");
+    EXPECT_EQ(Lines({"--columns", "", "--range", "10-20"})[0], "Time");
+}
+
+TEST_F(CliExport, RateThinsTheRowsOut) {
+    EXPECT_EQ(Lines({"--range", "100-1099"}).size(), 1001u);
+    EXPECT_EQ(Lines({"--rate", "10", "--range", "100-1099"}).size(), 51u);
+    EXPECT_EQ(Lines({"--rate", "1", "--columns", "", "--range", "100-1099"})[5], "4.000");
+}
+
+TEST_F(CliExport, LapsAreTheRowsNamed) {
+    const size_t one = Lines({"--laps", "1"}).size(), two = Lines({"--laps", "2"}).size();
+    EXPECT_GT(one, 1000u);
+    EXPECT_EQ(Lines({"--laps", "1,2"}).size(), one + two - 1);
+}
+
+TEST_F(CliExport, ARangePastTheEndStopsAtTheLogsEnd) {
+    EXPECT_EQ(Lines({"--range", "0-2147483647"}).size(), Lines({"--laps", "0,1,2,3,4,5"}).size() + 1) << "sample 0 is no lap's";
+    EXPECT_EQ(Lines({"--range", "2147483647-2147483647"}).size(), 1u);
+}
+
+TEST_F(CliExport, WhatCannotBeWrittenFailsWithTheBox) {
+    const CliRun run = Run({folder.Path("absent/out.csv"), log});
+    EXPECT_EQ(run.status, exitFailed);
+    EXPECT_EQ(run.err, "box Error !! | Not Saved !!\n");
+}
+
+TEST_F(CliExport, ALogThatCannotBeLoadedWritesNothing) {
+    const CliRun run = Run({folder.Path("out.csv"), folder.Path("absent.zrk")});
+    EXPECT_EQ(run.status, exitFailed);
+    EXPECT_NE(run.err.find("box File Error | Load file error"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("out.csv")));
+}
+
+TEST_F(CliExport, UnusableArgumentsSayWhatIsAccepted) {
+    const std::vector<std::vector<std::string>> unusable = {
+        {"--rate", "20", "o.csv", log},     {"--columns", "Speed", "o.csv", log}, {"--columns", "Ne,,TH", "o.csv", log},
+        {"--laps", "x", "o.csv", log},      {"--laps", "512", "o.csv", log},      {"--range", "5", "o.csv", log},
+        {"--range", "9-5", "o.csv", log},   {"--range", "-5-9", "o.csv", log},    {"--laps", "1", "--range", "1-5", "o.csv", log},
+        {"o.csv"},                          {"o.csv", log, log}};
+    for (const auto& words : unusable) {
+        SCOPED_TRACE(words[0] + words[words.size() > 1]);
+        const CliRun run = Run(words);
+        EXPECT_EQ(run.status, exitUnusable);
+        EXPECT_EQ(LineCount(run.err), 1) << run.err;
+        EXPECT_EQ(run.out, "");
+    }
+}
+
+TEST_F(CliExport, HelpNamesEveryOption) {
+    const CliRun run = Run({"--help"});
+    EXPECT_EQ(run.status, exitDone);
+    for (const char* word : {"--rate", "--columns", "--laps", "--range", "FrSusSpeed", "OUT.csv"})
+        EXPECT_NE(run.out.find(word), std::string::npos) << word;
+}
+
+}  // namespace
