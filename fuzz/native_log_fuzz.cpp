@@ -42,7 +42,7 @@ void RequireNeighbour(int slot) {
     Require(lapLength[slot][0] == static_cast<uint32_t>(slot) + 3);
     ForEachSampleArray(slot, [slot](auto& array, bool) {
         Require(array.size() == neighbourSamples + 1);
-        for (auto value : array) Require(value == slot + 3);
+        for (int64_t value : array) Require(value == slot + 3);
     });
 }
 

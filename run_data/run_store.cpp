@@ -5,7 +5,22 @@
 #include <new>
 
 #include "platform/boxes.h"
+#include "platform/memory.h"
 #include "run_data/run_events.h"
+
+// Small arrays share pages; of large ones each has its own, which go back to the system as soon as they are not needed.
+static constexpr size_t ownPagesFrom = 1 << 20;  // bytes
+static constexpr std::align_val_t alignment{64};
+
+static void* TakeFromSystem(size_t bytes) {
+    return bytes < ownPagesFrom ? ::operator new(bytes, alignment, std::nothrow) : TakePages(bytes);
+}
+static void GiveBackToSystem(void* memory, size_t bytes) {
+    if (bytes < ownPagesFrom) ::operator delete(memory, alignment);
+    else GivePagesBack(memory, bytes);
+}
+const SampleMemory systemMemory = {TakeFromSystem, GiveBackToSystem};
+SampleMemory sampleMemory = {TakeFromSystem, GiveBackToSystem};
 
 SampleArray<uint16_t> Ne[fileSlots];
 SampleArray<int32_t>  TH[fileSlots];
@@ -183,15 +198,37 @@ void ReleaseRunStore() {
         ForEachSampleArray(slot, [](auto& array, bool) { std::remove_reference_t<decltype(array)>().swap(array); });
 }
 
+// Fresh pages cost more than decoding, so that memory is kept for the next load unless most of it would lie idle.
+static constexpr size_t idleFactor = 2;
+static constexpr size_t keptElements = 4096;  // as many are never too many
+
+template <class T>
+static bool HoldsWell(const SampleArray<T>& array, size_t samples) {
+    const size_t held = array.capacity();
+    return samples <= held && held <= std::max(samples * idleFactor, keptElements);
+}
+
+// 0 when the array has `samples` elements; 1 without memory, and then it stays as it is.
+template <class T>
+static int Resize(SampleArray<T>& array, size_t samples) {
+    try {
+        if (samples != 0 && !HoldsWell(array, samples)) {
+            SampleArray<T> fresh;
+            fresh.reserve(samples);
+            array.swap(fresh);
+        }
+    } catch (const std::exception&) {
+        if (samples > array.capacity()) return 1;
+    }
+    array.resize(samples);
+    return 0;
+}
+
 int EnsureChannels(int slot, int samples) {
     bool missing = samples <= 0;
     dataVersion[slot]++;
     ForEachSampleArray(slot, [&](auto& array, bool checked) {
-        try {
-            array.resize(samples > 0 ? samples : 0);
-        } catch (const std::exception&) {
-            if (checked) missing = true;
-        }
+        if (Resize(array, static_cast<size_t>(std::max(samples, 0))) != 0 && checked) missing = true;
     });
     if (!missing) return 0;
     ShowBox("Memory Ensure Error.(Data Main buffers)", "Memory Error!!");

@@ -22,13 +22,25 @@ constexpr int curvePoints      = 16;    // break points of an analog curve
 constexpr int gearTotal        = 6;
 constexpr int sampleLimit      = 5760000;  // samples of a file: 8 hours at 200 Hz
 
+// Where the arrays take their memory: from the system, or from what a test puts here. take gives nullptr when there is none.
+struct SampleMemory {
+    void* (*take)(size_t bytes);  // at a multiple of 64
+    void (*giveBack)(void* memory, size_t bytes);
+};
+extern SampleMemory sampleMemory;
+extern const SampleMemory systemMemory;
+
 // A vector whose new elements stay as the memory was: a load writes every element, and clearing 282 MB first would
 // cost as much as the load.
 template <class T>
 struct UninitializedAllocator : std::allocator<T> {
     template <class U> struct rebind { using other = UninitializedAllocator<U>; };
-    T* allocate(size_t n) { return static_cast<T*>(::operator new(n * sizeof(T), std::align_val_t{64})); }
-    void deallocate(T* p, size_t) noexcept { ::operator delete(p, std::align_val_t{64}); }
+    T* allocate(size_t n) {
+        void* memory = n > SIZE_MAX / sizeof(T) ? nullptr : sampleMemory.take(n * sizeof(T));
+        if (!memory) throw std::bad_alloc();
+        return static_cast<T*>(memory);
+    }
+    void deallocate(T* p, size_t n) noexcept { sampleMemory.giveBack(p, n * sizeof(T)); }
     template <class U> void construct(U* p) noexcept { ::new (static_cast<void*>(p)) U; }
     template <class U, class... Args> void construct(U* p, Args&&... args) { ::new (static_cast<void*>(p)) U(static_cast<Args&&>(args)...); }
 };
@@ -165,7 +177,8 @@ void SetUnknownGearing(int slot);
 // Releases the arrays of all slots, at exit.
 void ReleaseRunStore();
 // Resizes all arrays of a slot. 0 when done; 1 after the user was told ("Memory Ensure Error.(Data Main buffers)",
-// "Memory Error!!"), and the caller resets the slot. 0 samples count as a failure.
+// "Memory Error!!"), and the caller resets the slot. 0 samples count as a failure. Elements stay while the new size fits
+// into the memory at hand; arrays that take new memory hold anything. Memory that is much too large is given back.
 int EnsureChannels(int slot, int samples);
 // Fills the first `samples` elements of each array with zero bytes.
 void ClearChannels(int slot, int samples);
