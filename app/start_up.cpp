@@ -19,6 +19,7 @@
 #include "platform/files.h"
 #include "platform/window.h"
 #include "resources/resource.h"
+#include "run_data/csv_columns.h"
 #include "run_data/load_pipeline.h"
 #include "run_data/native_log.h"
 #include "run_data/run_store.h"
@@ -35,6 +36,7 @@ void LoadDefaults() {
     DefaultRunStore();
     DefaultSetupValues();
     DefaultNativeLog();
+    DefaultCsvColumns();
     DefaultLoadPipeline();
     DefaultSettings();
     DefaultSettingsFile();

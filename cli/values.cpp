@@ -20,6 +20,7 @@
 #include "graph/value_readout.h"
 #include "graph/view_state.h"
 #include "platform/window.h"
+#include "run_data/csv_columns.h"
 #include "run_data/load_pipeline.h"
 #include "run_data/native_log.h"
 #include "run_data/run_store.h"
@@ -184,6 +185,7 @@ static constexpr Value values[] = {
     ONE(VSync), ONE(Memo_view), ONE(Blend_mode), ONE(Color_body), ONE(Debug), ONE(AWC), ONE(LC), ONE(Finalchg),
     ONE(VBerrexp), ONE(CompressFile), ONE(CompressFileVer), ONE(AllowCompressMode), ONE(SusVSampleNum), ONE(SmoothingSTD),
     ONE(Lastcono), ONE(Maxcono), ONE(ColorMap), ONE(RTM), ONE(Shifter), ONE(SPLT), ONE(csvLabel),
+    ONE(csvRow), ONE(lapByNumber),
 
     // Graph layout and colours.
     ONE(channelPosition), ONE(channelZoom), ONE(GraphGrid_min), ONE(GraphGrid_max), ONE(GraphGrid_step),

@@ -9,12 +9,11 @@
 #include "graph/view_state.h"
 #include "platform/files.h"
 #include "platform/window.h"
+#include "run_data/csv_columns.h"
 #include "run_data/run_store.h"
 #include "settings/graph_layout.h"
 #include "settings/number_key.h"
 #include "settings/settings.h"
-
-char csvLabel[csvLabelSections][csvLabelKeys][csvLabelSize];
 
 static int LowThreeBits(int value) { return value & 7; }
 static constexpr auto pixels = Clamped<-32767, 32767>;

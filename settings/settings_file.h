@@ -5,11 +5,6 @@
 #pragma once
 #include "settings/profile_file.h"
 
-constexpr int csvLabelSections = 13;  // Time, Ne, TH, VFW, VRW, FRSUS, RRSUS, LAF1, LAF2, VB, AUX1, AUX2, LAP
-constexpr int csvLabelKeys     = 16;
-constexpr int csvLabelSize     = 64;
-extern char csvLabel[csvLabelSections][csvLabelKeys][csvLabelSize];  // column titles a CSV file may carry, default "No data"
-
 // Reads every setting, the graph layout among them, and "csvlabel.ini" last.
 void LoadSettings();
 // Writes the keys that are kept. Failures are silent: a read-only program folder must not disturb the end of a run.

@@ -10,6 +10,7 @@
 #include "graph/view_state.h"
 #include "platform/files.h"
 #include "platform/headless/script.h"
+#include "run_data/csv_columns.h"
 #include "run_data/run_store.h"
 #include "settings/graph_layout.h"
 #include "settings/settings.h"
