@@ -81,13 +81,11 @@ static int ReadSecondary(int slot, const uint8_t* buffer) {
     return 0;
 }
 
-// The kind stays when the reader refuses the type.
+// Kept: the kind is CSV's even when the user closes the dialog and the slot keeps its log.
 static int ReadCsv(int slot, const uint8_t* buffer) {
-    const int before = fileKind[slot];
     fileKind[slot] = 3;
-    if (ReadCsvLog(slot, buffer, lengthAtHand) == 0) return 0;
-    fileKind[slot] = before;
-    return 1;
+    OpenCsvImport(slot, buffer, lengthAtHand);
+    return 0;
 }
 
 int DispatchByType(const uint8_t* buffer, int slot) {
