@@ -1,5 +1,7 @@
 #include "cli/commands.h"
 
+#include "cli/csv_answer.h"
+
 static const OptionInfo renderOptions[] = {
     {"--size", "WxH", "client size in pixels, 1 to 8192 each; without it the settings' x2 and y2",
      "zrka_cli render --size 1920x1080 run.bmp run.zrk"},
@@ -8,9 +10,19 @@ static const OptionInfo renderOptions[] = {
     {"--keys", "KEYS", "characters typed at the start, one per pass", "zrka_cli render --keys VB run.bmp run.zrk"},
 };
 
+static const OptionInfo dumpOptions[] = {
+    {csvRowOption, "ROW=ITEM", "the item selected in a row of a CSV log's selection dialog, both from 0, repeatable; without it the preselection",
+     "zrka_cli dump --csv-row 0=1 --csv-row 3=7 out run.csv"},
+    {csvLapOption, "number|distance", "what the LAP column of a CSV log holds; without it what its title says",
+     "zrka_cli dump --csv-lap distance out run.csv"},
+};
+
 static std::string DumpDetails() {
     return "Per slot N in use OUTDIR gets samplesN.csv, one line per sample with the stored counts as integers, and slotN.txt,\n"
-           "one line `name value value ...` per value. OUTDIR is made when it is missing.";
+           "one line `name value value ...` per value. OUTDIR is made when it is missing.\n"
+           "For CSV logs the selection dialog is answered with its preselection, by the titles of \"csvlabel.ini\". Rows: 0 time base\n"
+           "(items 0 to 5: 5, 10, 25, 50, 100, 300 ms; then the columns), 1 Ne, 2 TH, 3 VFW, 4 VRW, 5 FrSUS, 6 RrSUS, 7 LAF1, 8 LAF2,\n"
+           "9 VB, 10 AUX1, 11 AUX2, 12 LAP (items: the columns, then none). An item that a list lacks leaves its row empty.";
 }
 
 static const OptionInfo lapsOptions[] = {
@@ -50,7 +62,7 @@ static std::string RenderDetails() { return "Time is virtual: no pass waits."; }
 
 static const Command commands[] = {
     {"dump", "OUTDIR FILE [FILE [FILE]]", "loads the files into File 1, 2, 3 and writes what the store then holds",
-     DumpDetails, "zrka_cli dump out monday.zrk tuesday.zrk", {}, 2, 4, RunDump},
+     DumpDetails, "zrka_cli dump out monday.zrk tuesday.zrk", dumpOptions, 2, 4, RunDump},
     {"render", "OUT.bmp [--size WxH] [--frames N] [--keys KEYS] FILE [FILE [FILE]]",
      "runs the frame loop on the files and saves the last frame as a bitmap",
      RenderDetails, "zrka_cli render run.bmp run.zrk", renderOptions, 2, 4, RunRender},

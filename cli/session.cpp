@@ -6,10 +6,12 @@
 #include "app/frame_loop.h"
 #include "app/toolbar.h"
 #include "cli/console.h"
+#include "cli/csv_answer.h"
 #include "draw/draw_layer.h"
 #include "graph/view_state.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "resources/resource.h"
 #include "run_data/load_pipeline.h"
 #include "run_data/run_store.h"
 #include "settings/settings_file.h"
@@ -22,8 +24,16 @@ std::vector<std::string> OperandPaths(const Invocation& invocation) {
     return paths;
 }
 
+// The dialogs that open without a user to answer them.
+static int AnswerDialog(int id, int) {
+    if (id == dialogCsvImport) AnswerCsvDialog();
+    return 0;
+}
+
 int BeginSession(const Invocation& invocation) {
+    if (int status = TakeCsvOptions(invocation); status != exitDone) return status;
     DefaultScript();
+    SetDialogHandler(AnswerDialog);
     toldBoxes = 0;
     UseVirtualClock(false);
     if (!invocation.home.empty()) SetProgramFolder(invocation.home.c_str());

@@ -11,7 +11,8 @@ constexpr int mostPasses    = 10000000;
 
 // Full paths of the operands, taken before the session leaves the current folder for the program's.
 std::vector<std::string> OperandPaths(const Invocation& invocation);
-// Start state, the program's folder and the settings with those of --set. exitDone or exitUnusable.
+// Start state, the program's folder and the settings with those of --set; dialogs that a load opens are answered.
+// exitDone or exitUnusable.
 int BeginSession(const Invocation& invocation);
 // Opens the window in memory, with time that costs nothing, on a screen that has room for width x height and is at least
 // the usual one. exitDone or exitFailed.

@@ -48,6 +48,7 @@ void ScriptPumpFailure() { script.pumpFails = true; }
 void ScriptNoWindow() { script.openFails = true; }
 
 void UseVirtualClock(bool on) { script.virtualClock = on; }
+bool ClockIsVirtual() { return script.virtualClock; }
 void AdvanceClock(int milliseconds) { script.virtualMs += milliseconds; }
 void SetVirtualTime(int year, int month, int day, int hour, int minute) {
     namespace chrono = std::chrono;

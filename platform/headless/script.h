@@ -49,5 +49,6 @@ void ScriptToolRect(const ScreenRect& rect);
 
 // Clock: virtual (waits advance it at once) or real.
 void UseVirtualClock(bool on);
+bool ClockIsVirtual();
 void AdvanceClock(int milliseconds);
 void SetVirtualTime(int year, int month, int day, int hour, int minute);
