@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 
 #include "platform/system_files.h"
 
@@ -19,8 +18,8 @@ int ReadWholeFile(const char* path, int64_t limit, int margin, FileBytes& out) {
     if (!file) return 1;
     int result = 1;
     if (length <= limit) {
-        // Not value-initialised: clearing what is read over at once would cost as much as reading it.
-        out.data.reset(new (std::nothrow) uint8_t[static_cast<size_t>(length + margin)]);
+        const size_t bytes = static_cast<size_t>(length + margin);
+        out.data = {static_cast<uint8_t*>(TakeMemory(bytes)), MemoryOf{bytes}};
         if (out.data) {
             std::setvbuf(file, nullptr, _IONBF, 0);
             // A file that shrinks meanwhile is as long as what came.

@@ -5,12 +5,18 @@
 #include <string>
 #include <vector>
 
+#include "platform/memory.h"
+
 // Length of a file in bytes, -1 when it cannot be opened. Opens read-only and exclusively.
 int64_t FileLength(const char* path);
 // Bytes of a file followed by `margin` zero bytes. 0 done; 1 not readable, or longer than `limit`. Reads in one go into
 // memory that was never cleared, but for the margin.
+struct MemoryOf {
+    size_t bytes = 0;
+    void operator()(uint8_t* data) const { GiveMemory(data, bytes); }
+};
 struct FileBytes {
-    std::unique_ptr<uint8_t[]> data;
+    std::unique_ptr<uint8_t[], MemoryOf> data;
     int64_t length = 0;
 };
 int ReadWholeFile(const char* path, int64_t limit, int margin, FileBytes& out);

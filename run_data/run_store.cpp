@@ -8,19 +8,8 @@
 #include "platform/memory.h"
 #include "run_data/run_events.h"
 
-// Small arrays share pages; of large ones each has its own, which go back to the system as soon as they are not needed.
-static constexpr size_t ownPagesFrom = 1 << 20;  // bytes
-static constexpr std::align_val_t alignment{64};
-
-static void* TakeFromSystem(size_t bytes) {
-    return bytes < ownPagesFrom ? ::operator new(bytes, alignment, std::nothrow) : TakePages(bytes);
-}
-static void GiveBackToSystem(void* memory, size_t bytes) {
-    if (bytes < ownPagesFrom) ::operator delete(memory, alignment);
-    else GivePagesBack(memory, bytes);
-}
-const SampleMemory systemMemory = {TakeFromSystem, GiveBackToSystem};
-SampleMemory sampleMemory = {TakeFromSystem, GiveBackToSystem};
+const SampleMemory systemMemory = {TakeMemory, GiveMemory};
+SampleMemory sampleMemory = {TakeMemory, GiveMemory};
 
 SampleArray<uint16_t> Ne[fileSlots];
 SampleArray<int32_t>  TH[fileSlots];
