@@ -95,7 +95,6 @@ static void StepFile(int slot) {
 // Length of the cursor's lap, or of the group of marks that holds it.
 static int64_t GroupLength(int slot) {
     const int marks = HeldMarksPerLap(slot);
-    if (marks == 1) return lapLength[slot][HeldLap(slot)];
     const int group = (HeldLap(slot) - 1) / marks * marks;
     int64_t length = 0;
     for (int k = 1; k <= marks; k++) length += lapLength[slot][std::min(group + k, lapTableSize - 1)];

@@ -10,6 +10,7 @@
 #include "app/frame_loop.h"
 #include "app/input_step.h"
 #include "app/toolbar.h"
+#include "app/view_modes.h"
 #include "draw/draw_layer.h"
 #include "graph/color_scheme.h"
 #include "graph/rest_panels.h"
@@ -121,6 +122,7 @@ void ResetDevice() {
     PlaceToolbar(1);
     meterRedraw = 1;
     realTimePlayOn = 0;
+    ShowModeButtons();
     activityCount = 150;
     quitFlag = 0;  // overrules a close that came with the reset
     if (Debug) ShowBox("Device Reset", "ZRKA");

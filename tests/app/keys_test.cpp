@@ -235,6 +235,14 @@ TEST_F(Keys, SpaceTakesFile2OutOfTheMove) {
     EXPECT_EQ(courseColorFile, 0);
 }
 
+TEST_F(Keys, SpaceAndOColourTheCourseAnew) {
+    for (int key : {' ', 'o'}) {
+        SCOPED_TRACE(static_cast<char>(key));
+        ScriptChar(key);
+        EXPECT_TRUE(Contains(Recorded(ReadInput), "SetDrawTarget courseImage"));
+    }
+}
+
 TEST_F(Keys, SpaceWithShiftMeansFile3FromTheStandardLevelOn) {
     HoldShift();
     ExpertMode = 0;
@@ -553,6 +561,15 @@ TEST_F(Keys, DOpensTheAnalysisTools) {
     EXPECT_EQ(graphPositionOn, 0) << "afterwards";
     EXPECT_EQ(rulerFade, 6);
     EXPECT_TRUE(ButtonChecked(buttonGraphs));
+}
+
+TEST_F(Keys, TheAnalysisToolsOpenWithNothingHeld) {
+    static int heldThen;
+    SetDialogHandler([](int, int) { return heldThen = dragKind; });
+    heldThen = 7;
+    dragKind = 2;
+    Press('d');
+    EXPECT_EQ(heldThen, 0);
 }
 
 TEST_F(Keys, AnAfMapStartedInTheAnalysisToolsStays) {

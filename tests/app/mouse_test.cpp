@@ -1,4 +1,7 @@
 // Hit tests, the three buttons and the wheel: every row of their tables.
+#include <cstring>
+
+#include "app/input_parts.h"
 #include "tests/app/input_fixture.h"
 
 namespace {
@@ -74,6 +77,16 @@ TEST_F(Mouse, HiddenPanelsAreNotHit) {
     EXPECT_EQ(panelHover, 0);
     PointAt(50, 310);
     EXPECT_EQ(lapHover, 0);
+}
+
+TEST_F(Mouse, WithTheFloatingPanelsSwitchedOffNoneStaysUnderTheMouse) {
+    AnimeMode = 1;
+    meterX = 700, meterY = 200, meterZoom = 1.0;
+    PointAt(700, 200);
+    EXPECT_EQ(widgetHover, 2u);
+    AnimeMode = 0;
+    PointAt(701, 200);
+    EXPECT_EQ(widgetHover, 0u);
 }
 
 TEST_F(Mouse, FloatingPanelsAreHitByTheirReachAndNeedTheirSettings) {
@@ -306,6 +319,52 @@ TEST_F(Mouse, AFileNameTogglesItsDimmingUnlessItIsStillFading) {
     EXPECT_EQ(cursorPos[0], 0);
 }
 
+TEST_F(Mouse, BesideTheFileNamesAPressRunsTheCursorsAgain) {
+    const int32_t rect[4] = {10, 16, 100, 31};
+    std::copy(std::begin(rect), std::end(rect), titleRect[0]);
+    for (int y : {16, 30}) {
+        Click(left, 99, y);
+        EXPECT_EQ(dragKind, 0) << y;
+        Release();
+    }
+    const struct { int x, y; } outside[] = {{9, 20}, {100, 20}, {20, 15}, {20, 31}};
+    for (const auto& place : outside) {
+        Click(left, place.x, place.y);
+        EXPECT_EQ(dragKind, 2) << place.x << ", " << place.y;
+        Release();
+    }
+}
+
+TEST_F(Mouse, AClickBelowTheLastLapIsNoHit) {
+    Click(left, 50, 300 + 4 * 15);
+    EXPECT_EQ(lapHover, 0);
+    EXPECT_EQ(jumpTarget[0], -1);
+    EXPECT_EQ(dragKind, 2);
+}
+
+// No mouse gets there: the hit test ends with the table.
+TEST_F(Mouse, AValueRowPastTheTableTogglesRow0WithShiftAndNothingElse) {
+    const auto press = [](uint32_t button, int shift) {
+        mousePass = {0, 0, button, true, false};
+        mouseButtons = button;
+        mouseY = 80 + 14 * 15 + 5;
+        panelHover = 1;
+        shiftDown = shift;
+        dragKind = 0;
+        button == left ? HandleLeftButton() : HandleRightButton();
+    };
+    int grids[channelTotal], flags[fileSlots][channelTotal];
+    std::copy(std::begin(GraphGrid_disp), std::end(GraphGrid_disp), grids);
+    std::memcpy(flags, showChannel, sizeof flags);
+    press(left, 0);
+    press(right, 0);
+    EXPECT_TRUE(std::equal(std::begin(grids), std::end(grids), GraphGrid_disp));
+    press(left, 1);
+    EXPECT_EQ(GraphGrid_disp[0], !grids[0]);
+    EXPECT_TRUE(std::equal(grids + 1, std::end(grids), GraphGrid_disp + 1));
+    EXPECT_EQ(std::memcmp(flags, showChannel, sizeof flags), 0);
+}
+
 TEST_F(Mouse, ThePlotRunsTheCursors) {
     timeScale = 5.0;
     Click(left, 600, 400);
@@ -401,7 +460,10 @@ TEST_F(Mouse, RightHeldOnAPanelZoomsItWithinItsLimits) {
 
 TEST_F(Mouse, RightOnAValueRowTogglesItsGridOnce) {
     GraphGrid_disp[chVFW] = 1;
-    Click(right, 50, valueRow2);
+    MoveMouse(50, valueRow2);
+    Step();
+    ScriptButtons(right);
+    EXPECT_TRUE(Contains(Recorded(ReadInput), "SetDrawTarget gridStrip")) << "rebuilt";
     EXPECT_EQ(GraphGrid_disp[chVFW], 0);
     Step(3);
     EXPECT_EQ(GraphGrid_disp[chVFW], 0);
@@ -452,6 +514,35 @@ TEST_F(Mouse, RightOnThePlotStretchesTimeWhileHeld) {
     EXPECT_EQ(zoomDragOn, 0);
 }
 
+TEST_F(Mouse, ATimeZoomIsMeasuredFromWhereItBegan) {
+    timeScale = 5.0;
+    MoveMouse(600, 100);
+    Step();
+    MoveMouse(600, 400);  // moved and pressed in the same pass
+    ScriptButtons(right);
+    Step();
+    EXPECT_EQ(timeScale, 5.0);
+    Step(5);
+    EXPECT_EQ(timeScale, 5.0);
+}
+
+TEST_F(Mouse, AStartAnewForgetsWhatTheButtonsHeld) {
+    GraphGrid_disp[chVFW] = 0;
+    Click(right, 600, 300);
+    LoadDefaults();
+    ReadClientSize();
+    FillSlot(0, 1000);
+    MoveMouse(50, valueRow2);
+    GraphGrid_disp[chVFW] = 1;
+    ScriptHWheel(119);
+    Step();
+    EXPECT_EQ(GraphGrid_disp[chVFW], 0) << "a first press, not a held one";
+    DefaultInputStep();
+    ScriptHWheel(1);
+    Step();
+    EXPECT_EQ(lapSteps, 0) << "119 are forgotten";
+}
+
 TEST_F(Mouse, TimeZoomIsHeldBetweenATenthAnd200) {
     Click(right, 600, 0);
     MoveMouse(600, 699);
@@ -465,7 +556,10 @@ TEST_F(Mouse, TimeZoomIsHeldBetweenATenthAnd200) {
 // --- middle button and wheel --------------------------------------------------------------------------------------------------------
 
 TEST_F(Mouse, MiddleOnAValueRowColoursTheCourseByIt) {
-    Click(middle, 50, valueRow2);
+    MoveMouse(50, valueRow2);
+    Step();
+    ScriptButtons(middle);
+    EXPECT_TRUE(Contains(Recorded(ReadInput), "SetDrawTarget courseImage")) << "redrawn";
     EXPECT_EQ(courseColorChannel, 3);
     Release();
     courseColorChannel = 7;
@@ -529,10 +623,12 @@ TEST_F(Mouse, WheelWidensTheAfBandAndTakesLapStepsToo) {
     afWidth = 50;
     ScriptWheel(2);
     lapSteps = 3;
+    cursorPos[0] = 6500000;
+    currentLap[0] = 4;
     Step();
     EXPECT_EQ(afWidth, 75);
     EXPECT_EQ(lapSteps, 0);
-    EXPECT_EQ(jumpTarget[0], -1);
+    EXPECT_EQ(jumpTarget[0], -1) << "they are used up";
     ScriptWheel(-100);
     Step();
     EXPECT_EQ(afWidth, 0);

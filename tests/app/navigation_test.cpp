@@ -228,6 +228,19 @@ TEST_F(CourseSteps, ALapWithoutLengthIsSkipped) {
     EXPECT_EQ(jumpTarget[0], -1);
 }
 
+TEST_F(CourseSteps, ALapWithoutLengthLeavesTheOtherFilesTheirStep) {
+    FillSlot(1, 100000);
+    SetMarks(1, {10000});
+    std::fill(lapLength[1], lapLength[1] + 3, 10000);
+    for (uint32_t i = 0; i < 20000; i++) lapDistance[1][i] = i % 10000;
+    currentLap[1] = 1;
+    lapLength[0][3] = 0;
+    lapDistance[0][45000] = 0;  // nothing of nothing is no place either
+    Press(31);
+    EXPECT_EQ(jumpTarget[0], -1);
+    EXPECT_EQ(jumpTarget[1], 10000);
+}
+
 TEST_F(CourseSteps, APlacePastTheLapsEndStopsTheStepForTheOtherFilesToo) {
     FillSlot(1, 100000);
     SetMarks(1, {10000});
@@ -358,6 +371,16 @@ TEST_F(Navigation, CtrlDoesNotPinBeforeTheZoomHasSettled) {
     viewZoom = 1.9996;
     Step();
     EXPECT_EQ(scrollY, 50);
+}
+
+TEST_F(Navigation, BelowAThousandthOfMagnificationNothingIsScrolled) {
+    ScriptClientSize(1000, 2000);
+    ReadClientSize();
+    viewZoom = 1.0009;
+    scrollY = 50;
+    MoveMouse(500, 1999);
+    Step();
+    EXPECT_EQ(scrollY, 0);
 }
 
 TEST_F(Navigation, ScrollIsHeldInsideTheMagnifiedView) {

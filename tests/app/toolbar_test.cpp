@@ -59,6 +59,24 @@ TEST_F(Toolbar, AfterADeviceResetItShowsWhatTheVariablesSay) {
     EXPECT_TRUE(Shows(buttonMoveFile2));
     EXPECT_TRUE(Shows(buttonAnime));
     ExpectModeButtons(false, true, false, false);
+    graphPositionOn = afMapOn = realTimePlayOn = 1;
+    ResetDevice();
+    ExpectModeButtons(true, false, false, true);
+}
+
+TEST_F(Toolbar, AWindowMadeAnewShowsTheModes) {
+    graphPositionOn = realTimePlayOn = afMapOn = 1;
+    DestroyToolbarWindow();
+    CreateToolbarWindow();
+    ExpectModeButtons(true, false, true, true);
+}
+
+TEST_F(Toolbar, AStartAnewBeginsTheLayoutsAndTheStatesAnew) {
+    layoutCycle = 2;
+    ScriptToolPress(1113, true);
+    LoadDefaults();
+    EXPECT_EQ(layoutCycle, 0);
+    ExpectModeButtons(false, true, false, false);
 }
 
 TEST_F(Toolbar, EveryCommandGivesTheForegroundBack) {
@@ -195,6 +213,7 @@ TEST_F(Toolbar, Button1115SwitchesTheBodyViewAndLeavesTheOtherModes) {
     graphPositionOn = realTimePlayOn = 1;
     ScriptToolPress(1115, true);
     EXPECT_EQ(AnimeMode, 1);
+    EXPECT_EQ(rulerFade, 4);
     EXPECT_EQ(graphPositionOn + afMapOn + realTimePlayOn, 0);
     EXPECT_TRUE(Shows(1115));
     ExpectModeButtons(false, true, false, false);
