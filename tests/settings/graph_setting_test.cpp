@@ -10,6 +10,7 @@
 #include "graph/color_scheme.h"
 #include "run_data/run_store.h"
 #include "run_data/typed_number.h"
+#include "tests/program_fixture.h"
 
 struct GraphSettingDialog : testing::Test {
     GraphSettingDialog() { LoadDefaults(); }
@@ -260,6 +261,12 @@ TEST_F(GraphSettingDialog, AtExpertTheTickShowsAndHidesTheColumn) {
         EXPECT_TRUE(OnlyFile1Offered());
         EXPECT_EQ(OnlyFile1Shown(), on == 1);
     }
+}
+
+TEST_F(ProgramTest, ClosingTheGraphSettingRebuildsTheGrid) {
+    OpenWindow(320, 240);
+    for (GraphSettingEnd end : {GraphSettingEnd::button, GraphSettingEnd::window})
+        EXPECT_TRUE(Contains(Recorded([end] { CloseGraphSetting(chNe, end); }), "SetDrawTarget gridStrip"));
 }
 
 TEST_F(GraphSettingDialog, SamplesAreThoseOfTheDialogsOwnTable) {
