@@ -6,7 +6,7 @@
 
 char csvLabel[csvLabelSections][csvLabelKeys][csvLabelSize];
 char csvTitle[csvColumnLimit][csvFieldLimit + 1];
-int  csvColumns;
+int  csvTitles;
 int  csvRow[csvRows];
 int  lapByNumber;
 
@@ -15,15 +15,15 @@ static constexpr const char* timeBaseText[fixedTimeBases] = {"5ms(200Hz)",  "10m
 
 void DefaultCsvColumns() {
     std::memset(csvTitle, 0, sizeof csvTitle);
-    csvColumns = 0;
+    csvTitles = 0;
     std::fill(std::begin(csvRow), std::end(csvRow), csvNoChoice);
     lapByNumber = 0;
 }
 
 void TakeCsvTitles(const CsvLine& line) {
     std::memset(csvTitle, 0, sizeof csvTitle);
-    csvColumns = line.fields;
-    for (int column = 0; column < csvColumns; column++)
+    csvTitles = line.fields;
+    for (int column = 0; column < csvTitles; column++)
         std::memcpy(csvTitle[column], line.field[column].text, static_cast<size_t>(line.field[column].length));
 }
 
@@ -38,7 +38,7 @@ static int FindLabel(int row, const char* title) {
 static int FindColumn(int row) {
     if (row >= csvLabelSections) return -1;
     int found = -1, best = csvLabelKeys - 1;
-    for (int column = 0; column < csvColumns; column++) {
+    for (int column = 0; column < csvTitles; column++) {
         const int key = FindLabel(row, csvTitle[column]);
         if (key > best) continue;
         found = column;
@@ -53,7 +53,7 @@ void OpenCsvRows() {
     for (int row = 0; row < csvRows; row++) {
         const int column = FindColumn(row);
         if (row == rowTime) csvRow[row] = column < 0 ? -1 : column + fixedTimeBases;
-        else csvRow[row] = column < 0 ? csvColumns : column;
+        else csvRow[row] = column < 0 ? csvTitles : column;
     }
 }
 
@@ -61,8 +61,8 @@ const char* CsvItemText(int row, int item) {
     if (item < 0) return nullptr;
     if (row == rowTime && item < fixedTimeBases) return timeBaseText[item];
     const int column = row == rowTime ? item - fixedTimeBases : item;
-    if (column < csvColumns) return csvTitle[column];
-    return row != rowTime && column == csvColumns ? " - No data - " : nullptr;
+    if (column < csvTitles) return csvTitle[column];
+    return row != rowTime && column == csvTitles ? " - No data - " : nullptr;
 }
 
 void ChooseCsvItem(int row, int item) { csvRow[row] = CsvItemText(row, item) ? item : -1; }
@@ -71,5 +71,5 @@ const char* LapTypeText() { return lapByNumber ? "LAP Number Type" : "LAP Distan
 
 int CsvColumnOf(int row) {
     const int column = row == rowTime ? csvRow[row] - fixedTimeBases : csvRow[row];
-    return column >= 0 && column < csvColumns ? column : -1;
+    return column >= 0 && column < csvTitles ? column : -1;
 }

@@ -13,10 +13,10 @@ constexpr int csvLabelSize     = 64;
 extern char csvLabel[csvLabelSections][csvLabelKeys][csvLabelSize];  // column titles a CSV file may carry, default "No data"
 
 extern char csvTitle[csvColumnLimit][csvFieldLimit + 1];  // as in the file, code page unknown; empty where there is none
-extern int csvColumns;                                    // titles of the log at hand, 0 to csvColumnLimit
+extern int csvTitles;                                    // titles of the log at hand, 0 to csvColumnLimit
 
 // Rows of the dialog: one for the time, one for each channel, one for the laps, three that nobody sees and nothing reads.
-enum CsvRow : int {
+enum CsvDialogRow : int {
     rowTime = 0,
     rowNe, rowTH, rowVFW, rowVRW, rowFSUS, rowRSUS, rowLAF1, rowLAF2, rowVB, rowAUX1, rowAUX2,
     rowLap = 12,

@@ -61,7 +61,7 @@ static void TakeAuxRanges(int slot, const CsvMeasure& measure, const CsvWindow& 
     const int other = slot == 0 ? 1 : 0;
     for (int k = 0; k < 2; k++) {
         auxDivider[slot][k] = AuxDivider(measure.auxMax[k]);
-        const bool compared = slot < 2 && slotInUse[other] && csvRow[rowAUX1 + k] != csvColumns;
+        const bool compared = slot < 2 && slotInUse[other] && csvRow[rowAUX1 + k] != csvTitles;
         if (compared && auxDivider[slot][k] != auxDivider[other][k]) AddCsvNote(window, notes[k]);
     }
 }
@@ -245,19 +245,24 @@ static int MakeRoom(int slot, int lines) {
     return 0;
 }
 
-void ImportCsv(int slot, CsvText text, const CsvWindow& window) {
+int FillFromCsv(int slot, CsvText text, const CsvWindow& window) {
     PrepareSlot(slot);
     ShowCsvProgress(window, 0);
     const CsvMeasure measure = MeasureCsv(text, window);
-    if (ChooseTimeBase(slot, measure, window) != 0) return ResetSlot(slot);
+    if (ChooseTimeBase(slot, measure, window) != 0) return 1;
     TakeAuxRanges(slot, measure, window);
-    if (MakeRoom(slot, measure.lines) != 0) return ResetSlot(slot);
+    if (MakeRoom(slot, measure.lines) != 0) return 1;
     SetCalibration(slot);
     slotInUse[slot] = 1;
     ReadAllValues(slot, text, measure.lines, window);
     ShowFromStart(slot);
+    if (sampleCount[slot] >= shortestLog) AddUpDistances(slot, measure.lines, window);
+    return 0;
+}
+
+void ImportCsv(int slot, CsvText text, const CsvWindow& window) {
+    if (FillFromCsv(slot, text, window) != 0) return ResetSlot(slot);
     if (sampleCount[slot] < shortestLog) return;
-    AddUpDistances(slot, measure.lines, window);
     ShowCsvProgress(window, csvProgressRange);
     PauseForReading();
     SmoothChannels(slot);

@@ -9,6 +9,8 @@
 #include "run_data/csv_text.h"
 #include "run_data/csv_window.h"
 
-// Fills the slot as csvRow and lapByNumber tell, serving messages now and then, and pauses at the end so that the notes can
-// be read. What fails is told to the user and resets the slot.
+// The three passes, as csvRow and lapByNumber tell; serves messages now and then. 0 done; 1 after the user was told what is
+// wrong, and the caller resets the slot.
+int FillFromCsv(int slot, CsvText text, const CsvWindow& window);
+// The whole import: the passes, a pause so that the notes can be read, the derived channels. A failure resets the slot.
 void ImportCsv(int slot, CsvText text, const CsvWindow& window);

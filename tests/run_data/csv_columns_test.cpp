@@ -142,7 +142,7 @@ TEST_F(CsvRows, HundredColumnsAreTakenAndNoMatchIsStillNoData) {
     Label(rowNe, 0, "c99");
     Label(rowTH, 0, "c100");
     Open(titles);
-    EXPECT_EQ(csvColumns, 100);
+    EXPECT_EQ(csvTitles, 100);
     EXPECT_EQ(CsvColumnOf(rowNe), 99);
     EXPECT_EQ(csvRow[rowTH], 100);
     EXPECT_EQ(csvRow[rowTime], -1);
@@ -150,7 +150,7 @@ TEST_F(CsvRows, HundredColumnsAreTakenAndNoMatchIsStillNoData) {
 
 TEST_F(CsvRows, LineWithoutTitlesLeavesOnlyTheFixedItems) {
     Open(",,\n");
-    EXPECT_EQ(csvColumns, 0);
+    EXPECT_EQ(csvTitles, 0);
     EXPECT_EQ(CsvItemText(rowTime, 6), nullptr);
     EXPECT_STREQ(CsvItemText(rowNe, 0), " - No data - ");
 }

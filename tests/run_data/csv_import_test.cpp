@@ -589,7 +589,7 @@ TEST_F(CsvFailure, UnreadableFirstLineResetsTheSlotWithoutADialog) {
         ASSERT_EQ(shown.size(), 1u);
         ExpectBox("File Error.");
         ExpectReset(1);
-        EXPECT_EQ(csvColumns, 0);
+        EXPECT_EQ(csvTitles, 0);
         EXPECT_STREQ(csvTitle[0], "");
     }
 }
@@ -656,7 +656,7 @@ TEST_F(CsvFailure, Of101ColumnsTheLastIsLeftOut) {
     std::string titles = "Time,", fields = "0.005,", second = "0.010,";
     for (int k = 1; k <= 98; k++) titles += "c,", fields += "5,", second += "6,";
     ImportText(0, titles + "Ne,TH\n" + fields + "100,200\n" + second + "300,400\n");
-    EXPECT_EQ(csvColumns, 100);
+    EXPECT_EQ(csvTitles, 100);
     EXPECT_EQ(Ne[0][2], 300);
     EXPECT_EQ(TH[0][2], 0);
 }
