@@ -75,20 +75,25 @@ static int Capacity(const uint8_t* log, int length, int version, FrameSteps& ste
     return frames < 0 ? 0 : frames + spareSamples;
 }
 
-void ReadNativeLog(int slot, const uint8_t* buffer, int length) {
+int DecodeNativeLog(int slot, const uint8_t* buffer, int length) {
     int version = formatVersion[slot] = NativeVersion(buffer);
     FollowFormat(version);
     FrameSteps steps;
     int capacity = Capacity(buffer, length, version, steps);
     if (EnsureChannels(slot, capacity)) {
         ResetSlot(slot);
-        return;
+        return 1;
     }
     PrepareSlot(slot);
     ReadNativeHeader(slot, buffer);
     BuildReadingTables(slot, version);
     DecodeFrames(slot, buffer, length, capacity, steps);
     ShowFromStart(slot);
+    return 0;
+}
+
+void ReadNativeLog(int slot, const uint8_t* buffer, int length) {
+    if (DecodeNativeLog(slot, buffer, length)) return;
     ComputeSuspensionSpeed(slot);
     SmoothChannels(slot);
     ComputeStatistics(slot);
