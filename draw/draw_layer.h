@@ -27,7 +27,7 @@ enum BlendMode : int {
 using Color = uint32_t;  // 0x00RRGGBB; only draw/ takes it apart
 
 // The start state: no window, image or font, the resting state, switches and sizes as they are before anyone sets them.
-// What a test has chosen outside of the program stays: AllowAlphaImages, SelectBackEnd, RecordOperations.
+// What a test has chosen outside of the program stays: AllowAlphaImages, AllowImages, SelectBackEnd, RecordOperations.
 void DefaultDrawLayer();
 
 // --- window and frame ---------------------------------------------------------------------------------------------
@@ -74,6 +74,8 @@ void SetRestoreCallback(void (*rebuild)());
 // Images with an alpha channel can be made ("runs on hardware"); tests switch it off.
 bool CanMakeAlphaImages();
 void AllowAlphaImages(bool allow);
+// Images can be made at all; tests switch it off.
+void AllowImages(bool allow);
 
 // --- input ----------------------------------------------------------------------------------------------------------
 

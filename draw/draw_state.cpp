@@ -22,8 +22,10 @@ Color MakeColor(int r, int g, int b) { return PackChannels(r, g, b); }
 
 void SetBlend(int mode, int parameter) {
     Record("SetBlend", mode, parameter);
+    parameter = std::clamp(parameter, 0, 255);
+    if (mode == drawState.blendMode && parameter == drawState.blendParameter) return;
     drawState.blendMode      = mode;
-    drawState.blendParameter = std::clamp(parameter, 0, 255);
+    drawState.blendParameter = parameter;
     UpdatePaintRule();
 }
 

@@ -13,7 +13,7 @@ constexpr int64_t bmpFileLimit = int64_t{256} << 20;  // bytes; more than the la
 
 static std::vector<Image> images;
 static ImageOptions creationOptions;
-static bool alphaAllowed = true;
+static bool alphaAllowed = true, allowed = true;
 
 void DefaultImages() {
     images.clear();
@@ -34,6 +34,7 @@ void GetImageOptions(ImageOptions* options) { *options = creationOptions; }
 void SetImageOptions(const ImageOptions& options) { creationOptions = options; }
 bool CanMakeAlphaImages() { return alphaAllowed; }
 void AllowAlphaImages(bool allow) { alphaAllowed = allow; }
+void AllowImages(bool allow) { allowed = allow; }
 
 // The lowest free handle.
 static int FreeHandle() {
@@ -46,7 +47,7 @@ static int FreeHandle() {
 }
 
 int AddImage(int width, int height, const ImageOptions& options) {
-    if (width < 1 || height < 1 || width > imageSideLimit || height > imageSideLimit) return noHandle;
+    if (!allowed || width < 1 || height < 1 || width > imageSideLimit || height > imageSideLimit) return noHandle;
     const int pitch = ((width + 15) / 16 | 1) * 16;
     std::unique_ptr<uint32_t[]> memory{new (std::nothrow) uint32_t[size_t(pitch) * height]()};
     if (!memory) return noHandle;

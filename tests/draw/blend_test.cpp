@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "draw/draw_state.h"
 #include "draw/fill_sse2.h"
 #include "tests/draw/drawing.h"
 
@@ -224,6 +225,15 @@ TEST_F(Drawing, MakeColorHoldsEachChannel) {
 TEST_F(Drawing, OrOfTwoColoursIsAColour) {
     FillRect(0, 0, 1, 1, MakeColor(0, 255, 192) | MakeColor(128, 128, 128));
     EXPECT_EQ(PixelAt(0, 0), 0x80FFC0u);
+}
+
+TEST_F(Drawing, SettingTheBlendThatIsSetAlreadyCostsNothing) {
+    const PaintRule rule = paintRule;
+    paintRule.setBits    = 0x123456;  // would be worked out anew
+    SetBlend(blendNone, 255);
+    SetBlend(blendNone, 300);
+    EXPECT_EQ(paintRule.setBits, 0x123456u);
+    paintRule = rule;
 }
 
 TEST_F(Drawing, SettingTheRestingBlendAgainChangesNothing) {

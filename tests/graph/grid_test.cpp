@@ -1,5 +1,7 @@
 #include "graph/grid.h"
 
+#include <cstdio>
+
 #include "draw/surface.h"
 #include "graph/color_scheme.h"
 #include "tests/program_fixture.h"
@@ -213,6 +215,58 @@ TEST_F(Grid, PositionsBeyondTheScreenAreLost) {
     BuildGrid();
     const Surface strip = ImageSurface(gridStrip);
     for (int y = 0; y < strip.height; y++) ASSERT_EQ(strip.pixels[y * strip.pitch] & 0xFFFFFF, 0u);
+}
+
+// The strip is drawn at magnification 1 and stretched: a line at a value stays on the row of a trace at that value.
+TEST_F(Grid, ChangingTheMagnificationKeepsLinesInStepWithTheTraces) {
+    constexpr int value = 120;  // row 80
+    FillSlot(0, 8000);
+    std::fill(VB[0].begin(), VB[0].end(), uint16_t{value});
+    ShowOnly(0, chVB);
+    cursorPos[0] = 400000;
+    ShowGrid(chVB, value, value, 1);
+    BuildGrid();
+    for (const double zoom : {1.0, 1.5, 2.0, 3.0, 4.5}) {
+        SCOPED_TRACE(zoom);
+        viewZoom = zoom;
+        const std::vector<std::string> traces = Beginning(Recorded(DrawFrame), "DrawLineF");
+        const int row = static_cast<int>((200 - value) * zoom);
+        EXPECT_TRUE(std::any_of(traces.begin(), traces.end(), [row](const std::string& line) {
+            float y1 = 0, y2 = 0;
+            std::sscanf(line.c_str(), "DrawLineF %*f %f %*f %f", &y1, &y2);
+            return y1 == static_cast<float>(row) && y2 == y1;
+        }));
+        slotInUse[0] = 0;  // the grid alone
+        DrawFrame();
+        slotInUse[0] = 1;
+        const Surface& screen = BackBufferSurface();
+        const auto blue = [&](int y) { return screen.pixels[y * screen.pitch + 500] & 255; };
+        EXPECT_GT(blue(row), 64u);
+        EXPECT_EQ(blue(row - static_cast<int>(2 * zoom)), 0u);
+        EXPECT_EQ(blue(row + static_cast<int>(3 * zoom)), 0u);
+    }
+}
+
+TEST_F(Grid, WithoutMemoryForTheGradientTheStripsHoldLinesWithoutBandsAndDebugReportsIt) {
+    ShowGrid(chNe, 0, 100, 50);
+    GridFill = 1;
+    for (int debug : {0, 1}) {
+        SCOPED_TRACE(debug);
+        Debug = debug;
+        shown.clear();
+        AllowImages(false);
+        BuildGrid();
+        AllowImages(true);
+        const Surface strip = ImageSurface(gridStrip);
+        EXPECT_EQ(strip.pixels[100 * strip.pitch] & 0xFFFFFF, gridMajorColor);
+        EXPECT_EQ(strip.pixels[200 * strip.pitch] & 0xFFFFFF, gridMajorColor);
+        EXPECT_EQ(strip.pixels[180 * strip.pitch] & 0xFFFFFF, backColor) << "no band";
+        ASSERT_EQ(shown.size(), debug ? 1u : 0u);
+        if (debug) {
+            EXPECT_EQ(shown[0].text, "Memory err i04");
+            EXPECT_EQ(shown[0].title, "ZRKA");
+        }
+    }
 }
 
 TEST_F(Grid, LeavesTheBackBufferAsTargetAndTheRestingBlend) {
