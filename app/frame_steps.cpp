@@ -1,5 +1,7 @@
 #include "app/frame_steps.h"
 
+#include <cstdint>
+
 #include "analysis/lap_marks.h"
 #include "app/course_popup.h"
 #include "app/debug_line.h"
@@ -29,12 +31,14 @@ static void GridBlend() { SetBlend(blendNone, zoomDragOn ? 64 : 255); }
 static void LabelBlend() { SetBlend(colortype == 1 ? blendSubtract : blendAdd, 255); }
 static void PlotBlend() { SetBlend(colortype == 0 && Blend_mode == 1 ? blendAdd : blendNone, 255); }
 
+static float StripTop() { return static_cast<float>(-int64_t{scrollY}); }
+
 // Covers the whole client area, so that nothing needs to be cleared.
-static void DrawGrid() { DrawImageScaledXY(0, static_cast<float>(-scrollY), 0, 0, gridStrip, clientWidth, viewZoom); }
+static void DrawGrid() { DrawImageScaledXY(0, StripTop(), 0, 0, gridStrip, clientWidth, viewZoom); }
 
 static void DrawGridLabels() {
     const float x = slotInUse[2] ? 325 : 220;  // right of the loaded files' columns
-    DrawImageRotated(x, static_cast<float>(-scrollY), 0, 0, labelStrip, 0, viewZoom, 0.0);
+    DrawImageRotated(x, StripTop(), 0, 0, labelStrip, 0, viewZoom, 0.0);
 }
 
 static void DrawMarks() { DrawExtremeMarks(MarkEvent::frame); }

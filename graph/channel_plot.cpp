@@ -62,6 +62,9 @@ static ColumnWalk StartWalk(int slot) {
 // At most about five samples of a column are looked at. Once the view has come to rest, Debug shows exact extremes.
 static int Stride(int samples) { return Debug && activityCount < 50 ? 1 : samples / 5 + 1; }
 
+// A mapping without a sensible step, as a time scale of 0 makes it, has no columns: the walk would not come to its end.
+static bool HasColumns(const ColumnWalk& walk) { return walk.step < 1e9 && walk.end < 1e9; }
+
 // Fills the next block and returns how many columns it has; 0 at the end of the screen or of the file.
 static int NextColumns(ColumnWalk& walk) {
     int count = 0;
@@ -208,6 +211,7 @@ static void DrawFile(int slot) {
         if (ChannelPlotted(slot, channel)) shownChannels[shown++] = channel;
     std::fill(std::begin(smoothedBefore), std::end(smoothedBefore), 0.0f);
     ColumnWalk walk = StartWalk(slot);
+    if (!HasColumns(walk)) return;
     while (const int count = NextColumns(walk)) {
         for (int place = 0; place < shown; place++) FillChannel(slot, shownChannels[place], count, place);
         for (int k = 0; k < count; k++)

@@ -58,10 +58,11 @@ static void DrawDistance(int slot, int x) {
               Metres(slot, distRear[slot], from, to));
 }
 
-// Pixels of 2, 20 or 120 seconds of a 200 Hz log, as the time scale leaves room for.
+// Pixels of 2, 20 or 120 seconds of a 200 Hz log, as the time scale leaves room for; held where sums still fit.
 static int TickSpan() {
+    constexpr int farAway = 1 << 28;
     const int samples = timeScale > 50.0 ? 24000 : timeScale > 15.0 ? 4000 : 400;
-    return TruncToInt(samples / timeScale * viewZoom);
+    return std::clamp(TruncToInt(samples / timeScale * viewZoom), -farAway, farAway);
 }
 
 static void DrawTicks() {

@@ -119,12 +119,18 @@ static void EaseTag(int slot, int channel) {
     if (delta > 1) animationPending = 1;
 }
 
+// Held where the steps of a chain still fit.
+static int TagHeight(int slot, int channel) {
+    constexpr int farAway = 1 << 28;
+    const double rows = tagValue[channel][slot] / (channelZoom[channel] * 10);
+    return std::clamp(TruncToInt((channelPosition[channel] - rows) * viewZoom - scrollY), -farAway, farAway);
+}
+
 static void PlaceTags(int slot, int (&tagY)[channelTotal]) {
     int valueY[channelTotal];
     for (int channel = 0; channel < channelTotal; channel++) {
         EaseTag(slot, channel);
-        const double rows = tagValue[channel][slot] / (channelZoom[channel] * 10);
-        const int y = TruncToInt((channelPosition[channel] - rows) * viewZoom - scrollY);
+        const int y = TagHeight(slot, channel);
         const TagChain& chain = tagChain[channel];
         valueY[channel] = tagY[channel] = y;
         if (chain.first < 0) continue;

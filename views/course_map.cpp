@@ -21,6 +21,12 @@ static int lapColoured[fileSlots];  // lap that the dots were last coloured for
 
 // --- panel -----------------------------------------------------------------------------------------------------------------------
 
+// Pixels of a length on the panel, held where sums still fit: the settings know no largest scale.
+static int PanelPixels(double length) {
+    constexpr int farAway = 1 << 28;
+    return std::clamp(TruncToInt(length), -farAway, farAway);
+}
+
 // The panel is kept in the window; the saved place stays.
 static int HoldCentre(int centre, int half, int size) {
     if (centre + half > size) centre = size - half;
@@ -66,10 +72,10 @@ static bool DrawMarker(int slot, int x, int y) {
         if (share > 1.0f) return false;
         point = TruncToInt(static_cast<float>(coursePointCount) * share);
     }
-    const int px = x + TruncToInt(courseX[point] * courseScale * courseZoom);
-    const int py = y + TruncToInt(courseY[point] * courseScale * courseZoom);
-    DrawBox(px, py, TruncToInt(8 * courseZoom), fileTextColor[slot]);
-    DrawBox(px, py, -TruncToInt(slot * courseZoom - 6.0), fileTextColor[slot]);
+    const int px = x + PanelPixels(courseX[point] * courseScale * courseZoom);
+    const int py = y + PanelPixels(courseY[point] * courseScale * courseZoom);
+    DrawBox(px, py, PanelPixels(8 * courseZoom), fileTextColor[slot]);
+    DrawBox(px, py, -PanelPixels(slot * courseZoom - 6.0), fileTextColor[slot]);
     return true;
 }
 
@@ -82,7 +88,7 @@ static void FollowLap(int slot) {
 }
 
 void DrawCourseMap() {
-    const int half = TruncToInt(courseHalf * courseZoom);
+    const int half = PanelPixels(courseHalf * courseZoom);
     const int x = HoldCentre(courseCenterX, half, clientWidth), y = HoldCentre(courseCenterY, half, clientHeight);
     StepCounters();
     DrawBackground(x, y, half);

@@ -7,9 +7,8 @@
 #include "app/input_step.h"
 #include "cli/play.h"
 #include "graph/rest_panels.h"
-#include "run_data/load_pipeline.h"
 #include "tests/allocation_count.h"
-#include "tests/program_fixture.h"
+#include "tests/app/full_frame.h"
 #include "views/course_image.h"
 
 namespace {
@@ -44,34 +43,11 @@ constexpr int frames = 300;
 // Before the counting: fades and glides that start with a fresh window are under way, and each image has been drawn once.
 constexpr int warmUpFrames = 3;
 
-struct FrameAllocation : ProgramTest {
-    // Three logs with laps; every channel, tags, panels, lap lists, scroll bar, course map, debug line.
+struct FrameAllocation : FullFrame {
     void SetUp() override {
-        OpenWindow(800, 450);
-        for (int slot = 0; slot < fileSlots; slot++) LoadRide(slot);
-        for (auto& file : showChannel) std::fill(std::begin(file), std::end(file), 1);
-        ExpertMode = 2;
-        Debug = 1;
-        CursolValueMode = 1;
-        Memo_view = 1;
-        CourseLayout_on = 1;
-        ColorMap = 1;
-        courseColorChannel = 1;
+        FullFrame::SetUp();
         SeeEveryCharacter();
         for (int frame = 0; frame < warmUpFrames; frame++) PassWithMouseAt(400 + frame, 300);
-    }
-
-    void LoadRide(int slot) {
-        SampleLogOptions options;
-        options.seed = static_cast<uint64_t>(slot) + 1;
-        options.laps = 3;
-        options.memo = std::string(180, 'm');
-        const std::vector<uint8_t> bytes = MakeSampleLog(options);
-        const std::string path = folder.Write("ride" + std::to_string(slot) + ".zrk", {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-        LoadFile(path.c_str(), slot);
-        ASSERT_TRUE(slotInUse[slot]);
-        ASSERT_GT(lapCount[slot], 2);
-        cursorPos[slot] = sampleCount[slot] / 3 * 100;
     }
 
     // A font makes the mask of a character when it first draws it, and keeps it. Which digits a run of frames comes across
