@@ -37,6 +37,34 @@ static void MakeTips() {
     }
 }
 
+// The icons asked for until the tool bar is first painted, loaded then: the first frame comes before that.
+struct ButtonIcon {
+    int button, resource;
+};
+static std::vector<ButtonIcon> firstIcons;  // one of each button
+static bool painted;
+
+static void ShowIcon(const ButtonIcon& wanted) {
+    const HANDLE icon = LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(wanted.resource), IMAGE_ICON,
+                                   GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON), LR_SHARED);
+    SendDlgItemMessageW(toolWindow, wanted.button, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
+}
+
+static void KeepIcon(const ButtonIcon& wanted) {
+    for (ButtonIcon& icon : firstIcons)
+        if (icon.button == wanted.button) {
+            icon = wanted;
+            return;
+        }
+    firstIcons.push_back(wanted);
+}
+
+static void OnPaint() {
+    painted = true;
+    for (const ButtonIcon& icon : firstIcons) ShowIcon(icon);
+    firstIcons.clear();
+}
+
 static void OnPower(WPARAM what) {
     switch (what) {
         case PBT_APMQUERYSUSPEND:
@@ -53,7 +81,9 @@ static void OnPower(WPARAM what) {
 static void OnGone() {
     toolWindow = nullptr;
     tips       = nullptr;
+    painted    = false;
     tipTexts.clear();
+    firstIcons.clear();
     events.gone();
 }
 
@@ -63,6 +93,7 @@ static INT_PTR CALLBACK ToolbarProc(HWND window, UINT message, WPARAM wParam, LP
         case WM_SETCURSOR:
             if (!tips) MakeTips();
             return FALSE;
+        case WM_PAINT: OnPaint(); return FALSE;
         case WM_CLOSE:
         case WM_QUIT: events.closed(); return TRUE;
         case WM_DESTROY: OnGone(); return TRUE;
@@ -98,9 +129,10 @@ void SetToolButton(int id, bool checked) {
 
 void SetToolButtonIcon(int id, int iconResource) {
     if (!toolWindow) return;
-    const HANDLE icon = LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(iconResource), IMAGE_ICON,
-                                   GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON), LR_SHARED);
-    SendDlgItemMessageW(toolWindow, id, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
+    if (painted)
+        ShowIcon({id, iconResource});
+    else
+        KeepIcon({id, iconResource});
 }
 
 void SetToolButtonTip(int id, const char* text) { tipTexts.push_back({id, Wide(text)}); }

@@ -15,7 +15,8 @@ static std::vector<OpenedFace> faces;
 static HDC canvas;
 static HBITMAP canvasBitmap;
 static uint32_t* canvasPixels;
-static int canvasSide;  // pixels
+static int canvasSide;       // pixels
+static int canvasFace = -1;  // the face selected into it
 
 // A picture large enough for a character of a size, with room for what hangs over its cell on both sides.
 static bool MakeCanvas(int side) {
@@ -55,6 +56,7 @@ int OpenFace(const char* face, int size, int thickness) {
 
 void CloseFaces() {
     if (canvas) SelectObject(canvas, GetStockObject(SYSTEM_FONT));
+    canvasFace = -1;
     for (const OpenedFace& face : faces) DeleteObject(face.font);
     faces.clear();
     if (canvas) DeleteDC(canvas);
@@ -80,7 +82,8 @@ void RasterizeGlyph(int number, char16_t unicode, Glyph& out) {
     const int margin = face.size;
     if (!MakeCanvas(4 * face.size)) return;
     const wchar_t character = unicode;
-    SelectObject(canvas, face.font);
+    if (canvasFace != number) SelectObject(canvas, face.font);
+    canvasFace = number;
     const RECT all{0, 0, canvasSide, canvasSide};
     ExtTextOutW(canvas, margin, margin, ETO_OPAQUE, &all, &character, 1, nullptr);
     SIZE extent{};

@@ -15,6 +15,7 @@ constexpr DWORD windowStyle = WS_OVERLAPPEDWINDOW;  // caption, system menu, min
 static HWND mainWindow;
 static HWND dialogKeysWindow;
 static bool closeRequested;
+static bool pumped;  // since the window was made
 static POINT lastPosition;  // screen; a minimised window stands far outside
 
 // The back buffer: a section that GDI can copy from.
@@ -163,14 +164,25 @@ static LRESULT CALLBACK MainWindowMessage(HWND window, UINT message, WPARAM wPar
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-int PumpMessages() {
+// True when the queue held the message to quit.
+static bool ServeMessages(UINT kinds) {
     bool quit = false;
-    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | kinds);) {
         if (message.message == WM_QUIT) quit = true;
         if (dialogKeysWindow && IsDialogMessageW(dialogKeysWindow, &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+    return quit;
+}
+
+// Painting comes last. The first pump leaves it to the second: an empty window would be painted, and the tool bar with
+// all its buttons, while the first frame waits. That an empty queue is found before it also puts a frame on the screen.
+int PumpMessages() {
+    constexpr UINT allButPaint = PM_QS_INPUT | PM_QS_POSTMESSAGE | PM_QS_SENDMESSAGE;
+    bool quit = ServeMessages(allButPaint);
+    if (pumped) quit |= ServeMessages(0);
+    pumped = true;
     return quit || closeRequested || !mainWindow ? -1 : 0;
 }
 
@@ -214,6 +226,7 @@ int OpenMainWindow(const WindowOptions& options) {
     mainWindow = CreateWindowExW(0, windowClass, Wide(options.title).c_str(), windowStyle, options.x, options.y, frame.cx,
                                  frame.cy, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     if (!mainWindow) return -1;
+    pumped = false;
     AllowIme(false);
     if (options.minimised) ShowWindow(mainWindow, SW_SHOWMINIMIZED);
     return 0;

@@ -28,7 +28,7 @@ TEST_F(ToolbarWindow, EveryButtonStandsInItsPlaceWithCaptionAndIcon) {
         const HWND button = GetDlgItem(program.toolbar, control.id);
         ASSERT_TRUE(button);
         EXPECT_EQ(WindowText(button), control.caption);
-        EXPECT_NE(SendMessageW(button, BM_GETIMAGE, IMAGE_ICON, 0), 0);
+        EXPECT_TRUE(WaitFor([=] { return SendMessageW(button, BM_GETIMAGE, IMAGE_ICON, 0) != 0; })) << "when it is first painted";
         // MapDialogRect serves only dialogs of the own process: compare with the first buttons of row and column.
         RECT rect = {}, first = {}, second = {};
         GetWindowRect(button, &rect);
