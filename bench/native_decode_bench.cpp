@@ -8,12 +8,12 @@
 #include <memory>
 
 #include "app/frame_loop.h"
+#include "bench/long_logs.h"
 #include "bench/ratio.h"
 #include "platform/memory.h"
 #include "run_data/log_header.h"
 #include "run_data/native_log.h"
 #include "run_data/run_store.h"
-#include "tools/sample_log/sample_log.h"
 
 namespace {
 
@@ -47,11 +47,7 @@ struct LongLog {
     std::unique_ptr<uint8_t[]> data;
     int bytes;
     explicit LongLog(int version) {
-        SampleLogOptions options;
-        options.version = version;
-        options.laps = 0;
-        options.seconds = longestLogSeconds;
-        const std::vector<uint8_t> log = MakeSampleLog(options);
+        const std::vector<uint8_t>& log = LongNativeLog(version);
         bytes = static_cast<int>(log.size());
         data.reset(new uint8_t[log.size() + margin]());
         std::memcpy(data.get(), log.data(), log.size());

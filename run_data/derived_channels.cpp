@@ -1,6 +1,7 @@
 #include "run_data/derived_channels.h"
 
 #include <algorithm>
+#include <type_traits>
 
 #include "platform/keyboard.h"
 #include "run_data/fixed_point.h"
@@ -47,10 +48,38 @@ void ComputeSuspensionSpeed(int slot) {
         if (uint32_t speed = DriveSpeed(slot, i)) VFSus[slot][i] = Wrap16(DriveRatio(slot, i, speed));
 }
 
-// Replaces samples first .. last - 1 by the mean of the samples up to `half` away; what lies outside the log adds
-// nothing. A block of original values is enough: the last ones of a block stay for the windows of the next.
+// What a pass over the samples has seen. The first samples of a log and its last ones do not count.
+struct Statistics {
+    Extremes of[channelTotal];
+    bool     taken[channelTotal];  // channels that are done
+};
+constexpr int skippedAtStart = 200, skippedAtEnd = 16;  // samples
+constexpr Extremes nothingSeen = {2147483647, -2147483647 - 1};
+
+// In native logs that have a battery channel a stroke counts only above 9 V.
+static bool NeedsVoltage(int slot, int channel) {
+    int version = formatVersion[slot];
+    return (channel == chFSUS || channel == chRSUS) && fileKind[slot] == 1 && version != 0 && version != 1 && version != 32;
+}
+
+// Takes those of the samples from .. to - 1 that count into the extremes of a channel. VB is final where strokes need it.
 template <class T>
-static void Smooth(SampleArray<T>& array, int samples, int first, int last, int half) {
+static void TakeSamples(int slot, int channel, const SampleArray<T>& array, int from, int to, Extremes& extremes) {
+    from = std::max(from, skippedAtStart);
+    to = Held(array, std::min(to, sampleCount[slot] - skippedAtEnd));
+    const bool gated = NeedsVoltage(slot, channel);
+    if (gated) to = Held(VB[slot], to);
+    if (from >= to) return;
+    if constexpr (std::is_same_v<T, int16_t>)
+        if (gated) return TakeGatedExtremes(array.data() + from, VB[slot].data() + from, 901, to - from, extremes);
+    TakeExtremes(array.data() + from, to - from, extremes);
+}
+
+// Replaces samples first .. last - 1 by the mean of the samples up to `half` away; what lies outside the log adds
+// nothing. A block of original values is enough: the last ones of a block stay for the windows of the next. Each block of
+// means is handed to done(from, to).
+template <class T, class Done>
+static void Smooth(SampleArray<T>& array, int samples, int first, int last, int half, Done done) {
     alignas(64) static T around[meansBlock + 2 * meansHalfLimit];  // from sample first - half on
     int n = Held(array, samples);
     int next = std::max(0, first - half);  // the sample to be taken next
@@ -63,6 +92,7 @@ static void Smooth(SampleArray<T>& array, int samples, int first, int last, int 
         std::fill(around + held + taken, around + wanted, T{0});
         next += taken;
         Means(around, half, array.data() + from, count);
+        done(from, from + count);
         std::copy(around + count, around + wanted, around);
         held = wanted - count;
     }
@@ -71,29 +101,48 @@ static void Smooth(SampleArray<T>& array, int samples, int first, int last, int 
 static void SmoothWheelsAndEngine(int slot) {
     int half = std::clamp(SmoothingSample, 0, 8), n = sampleCount[slot];
     int first = half + 2, last = n - half - 2;
-    if (smoothingNE) Smooth(Ne[slot], n, first, last, half);
+    auto smooth = [&](auto& array) { Smooth(array, n, first, last, half, [](int, int) {}); };
+    if (smoothingNE) smooth(Ne[slot]);
     if (!smoothingVW) return;
-    Smooth(VFW[slot], n, first, last, half);
-    Smooth(VRW[slot], n, first, last, half);
+    smooth(VFW[slot]);
+    smooth(VRW[slot]);
 }
 
-static void SmoothSensors(int slot) {
-    int n = sampleCount[slot];
+// Smooths a channel from sample 1 on, and takes its extremes where there are statistics to fill.
+template <class T>
+static void SmoothSensor(int slot, int channel, SampleArray<T>& array, int half, Statistics* statistics) {
+    const int n = sampleCount[slot];
+    if (!statistics) return Smooth(array, n, 1, n, half, [](int, int) {});
+    Smooth(array, n, 1, n, half, [&](int from, int to) {
+        TakeSamples(slot, channel, array, from, to, statistics->of[channel]);
+    });
+    statistics->taken[channel] = true;
+}
+
+static void SmoothSensors(int slot, Statistics* statistics) {
     int half = fileKind[slot] == 1 && !IsKeyHeld(HeldKey::ctrl) ? std::clamp(SmoothingSTD, 0, meansHalfLimit) : 0;
     constexpr int speedHalf = 2;  // Kept: of the suspension speeds, whatever the setting and the keys say
-    Smooth(VFSus[slot], n, 1, n, speedHalf);
-    Smooth(VRSus[slot], n, 1, n, speedHalf);
+    auto smooth = [&](int channel, auto& array, int width) { SmoothSensor(slot, channel, array, width, statistics); };
+    smooth(chVFSus, VFSus[slot], speedHalf);
+    smooth(chVRSus, VRSus[slot], speedHalf);
     if (half == 0) return;  // the mean of one sample
-    for (auto* stroke : {&FSUS[slot], &RSUS[slot]}) Smooth(*stroke, n, 1, n, half);
-    for (auto* sensor : {&TH[slot], &LAF1[slot], &LAF2[slot], &AUX1[slot], &AUX2[slot]}) Smooth(*sensor, n, 1, n, half);
-    Smooth(VB[slot], n, 1, n, half);
+    smooth(chVB, VB[slot], half);  // first, as the extremes of the strokes ask for it
+    smooth(chFSUS, FSUS[slot], half);
+    smooth(chRSUS, RSUS[slot], half);
+    smooth(chTH, TH[slot], half);
+    smooth(chLAF1, LAF1[slot], half);
+    smooth(chLAF2, LAF2[slot], half);
+    smooth(chAUX1, AUX1[slot], half);
+    smooth(chAUX2, AUX2[slot], half);
 }
 
-void SmoothChannels(int slot) {
+static void SmoothAll(int slot, Statistics* statistics) {
     SmoothWheelsAndEngine(slot);
-    if (SmoothingSTD != 0) SmoothSensors(slot);
+    if (SmoothingSTD != 0) SmoothSensors(slot, statistics);
     if (VFWCopyVRW) std::copy_n(VFW[slot].begin(), sampleCount[slot] - 1, VRW[slot].begin());
 }
+
+void SmoothChannels(int slot) { SmoothAll(slot, nullptr); }
 
 // Calls visit(channel, array) for the channels that are sample arrays.
 template <class Visit>
@@ -113,29 +162,6 @@ static void ForEachChannel(int slot, Visit visit) {
     visit(chVRSus, VRSus[slot]);
 }
 
-// In native logs that have a battery channel a stroke counts only above 9 V.
-static bool StrokesNeedVoltage(int slot) {
-    int version = formatVersion[slot];
-    return fileKind[slot] == 1 && version != 0 && version != 1 && version != 32;
-}
-
-// Takes samples from .. to - 1 into the extremes of every channel.
-static void TakeBlock(int slot, int from, int to, Extremes (&extremes)[channelTotal]) {
-    bool gated = StrokesNeedVoltage(slot);
-    auto take = [&](int channel, const auto& array) {
-        int count = Held(array, to) - from;
-        if (count > 0) TakeExtremes(array.data() + from, count, extremes[channel]);
-    };
-    ForEachChannel(slot, [&](int channel, const auto& array) {
-        if (!gated || (channel != chFSUS && channel != chRSUS)) take(channel, array);
-    });
-    TakeSlipExtremes(VFW[slot].data() + from, VRW[slot].data() + from, to - from, extremes[chSlip]);
-    int voltages = Held(VB[slot], to) - from;
-    if (!gated || voltages <= 0) return;
-    TakeGatedExtremes(FSUS[slot].data() + from, VB[slot].data() + from, 901, voltages, extremes[chFSUS]);
-    TakeGatedExtremes(RSUS[slot].data() + from, VB[slot].data() + from, 901, voltages, extremes[chRSUS]);
-}
-
 static void ChooseShownChannels(int slot) {
     int* show = showChannel[slot];
     for (int channel = chNe; channel < chSlip; channel++)
@@ -146,23 +172,54 @@ static void ChooseShownChannels(int slot) {
     if (!show[chVFW] && !show[chVRW]) show[chSlip] = 0;
 }
 
-void ComputeStatistics(int slot) {
-    constexpr int skippedAtStart = 200, skippedAtEnd = 16, blockSize = 2048;
-    int n = sampleCount[slot], start = std::min(n, skippedAtStart);
-    Extremes extremes[channelTotal];
-    // Kept: slip and suspension speeds keep the extremes of earlier loads.
+// Kept: slip and suspension speeds keep the extremes of earlier loads.
+static Statistics StartStatistics(int slot) {
+    Statistics statistics = {};
     for (int channel = 0; channel < channelTotal; channel++)
-        extremes[channel] = {channelMin[slot][channel], channelMax[slot][channel]};
-    ForEachChannel(slot, [&](int channel, const auto& array) {
-        if (channel < chSlip && Held(array, start + 1) > start) extremes[channel] = {int{array[start]}, int{array[start]}};
-    });
-    for (int from = start; from < n - skippedAtEnd; from += blockSize)
-        TakeBlock(slot, from, std::min(n - skippedAtEnd, from + blockSize), extremes);
-    for (int channel = 0; channel < channelTotal; channel++) {
-        channelMin[slot][channel] = extremes[channel].low;
-        channelMax[slot][channel] = extremes[channel].high;
+        statistics.of[channel] =
+            channel < chSlip ? nothingSeen : Extremes{channelMin[slot][channel], channelMax[slot][channel]};
+    return statistics;
+}
+
+// Takes the channels that are not done.
+static void TakeRest(int slot, Statistics& statistics) {
+    constexpr int blockSize = 2048;
+    const int end = sampleCount[slot] - skippedAtEnd;
+    for (int from = skippedAtStart; from < end; from += blockSize) {
+        const int to = std::min(end, from + blockSize);
+        ForEachChannel(slot, [&](int channel, const auto& array) {
+            if (!statistics.taken[channel]) TakeSamples(slot, channel, array, from, to, statistics.of[channel]);
+        });
+        TakeSlipExtremes(VFW[slot].data() + from, VRW[slot].data() + from, to - from, statistics.of[chSlip]);
     }
-    if (n > 2000 && AutoOnOffLoad) ChooseShownChannels(slot);
+}
+
+static void EndStatistics(int slot, Statistics& statistics) {
+    TakeRest(slot, statistics);
+    // Sample 200 or, in a shorter log, the element behind the last counts in any case.
+    const int first = std::min(sampleCount[slot], skippedAtStart);
+    ForEachChannel(slot, [&](int channel, const auto& array) {
+        if (channel < chSlip && Held(array, first + 1) > first) TakeExtremes(array.data() + first, 1, statistics.of[channel]);
+    });
+    for (int channel = 0; channel < channelTotal; channel++) {
+        const Extremes& seen = statistics.of[channel];
+        if (seen.low > seen.high) continue;  // an array that could not grow as far
+        channelMin[slot][channel] = seen.low;
+        channelMax[slot][channel] = seen.high;
+    }
+    if (sampleCount[slot] > 2000 && AutoOnOffLoad) ChooseShownChannels(slot);
+}
+
+void ComputeStatistics(int slot) {
+    Statistics statistics = StartStatistics(slot);
+    EndStatistics(slot, statistics);
+}
+
+void FinishChannels(int slot) {
+    ComputeSuspensionSpeed(slot);
+    Statistics statistics = StartStatistics(slot);
+    SmoothAll(slot, &statistics);
+    EndStatistics(slot, statistics);
 }
 
 double SlipRatio(int slot, int sample) {

@@ -11,6 +11,9 @@ void ComputeSuspensionSpeed(int slot);
 void SmoothChannels(int slot);
 // Fills channelMax and channelMin, and the show flags with AutoOnOffLoad.
 void ComputeStatistics(int slot);
+// The three in this order, as native and secondary logs want them. The same values, but each smoothed array goes through
+// memory once: its extremes are taken from each block while it is at hand.
+void FinishChannels(int slot);
 // (VRW - VFW) x 1000 / VFW, unit 0.1 %, for VFW above 50 (5.0 km/h); else 0.
 double SlipRatio(int slot, int sample);
 // Gear 0 to 6 from engine and rear wheel speed; 0 is neutral or clutch open. The ratio x 1000 stays in gearRatioSeen.

@@ -94,7 +94,5 @@ int DecodeNativeLog(int slot, const uint8_t* buffer, int length) {
 
 void ReadNativeLog(int slot, const uint8_t* buffer, int length) {
     if (DecodeNativeLog(slot, buffer, length)) return;
-    ComputeSuspensionSpeed(slot);
-    SmoothChannels(slot);
-    ComputeStatistics(slot);
+    FinishChannels(slot);
 }

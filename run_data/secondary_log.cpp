@@ -138,9 +138,7 @@ static void Finish(int slot, const uint8_t* log) {
     ResetView(slot);
     ClearOutside(slot);
     ComputeDistances(slot, log);
-    ComputeSuspensionSpeed(slot);
-    SmoothChannels(slot);
-    ComputeStatistics(slot);
+    FinishChannels(slot);
 }
 
 void ReadSecondaryLog(int slot, const uint8_t* buffer, int length) {

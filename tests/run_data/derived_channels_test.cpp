@@ -324,6 +324,49 @@ TEST_F(Smoothing, OfLargeAnalogValuesDoesNotOverflow) {
     EXPECT_EQ(AUX1[0][50], int64_t{2147483647} * 99 / 2001);
 }
 
+// Extremes and show flags of File 1, one row.
+std::vector<int> FoundStatistics() {
+    std::vector<int> found;
+    for (const auto* table : {&channelMin[0], &channelMax[0], &showChannel[0]})
+        found.insert(found.end(), std::begin(*table), std::end(*table));
+    return found;
+}
+
+TEST_F(DerivedChannels, AllStepsAtOnceEqualTheStepsOneByOne) {
+    struct Round { int kind, version, std, smoothing, copies; bool ctrl, shift; };
+    constexpr Round rounds[] = {{1, 2, 2, 0, 0, false, false}, {1, 1, 2, 1, 0, false, false},  {1, 4, 0, 0, 0, false, false},
+                                {1, 3, 7, 1, 1, false, false}, {1, 4, 2, 0, 0, true, false},   {2, 4, 2, 0, 1, false, false},
+                                {3, 0, 2, 1, 0, false, false}, {1, 32, 2, 0, 0, false, true}, {1, 2, 1000, 1, 0, false, false}};
+    for (const Round& round : rounds)
+        for (int samples : {1, 16, 199, 200, 201, 216, 217, 218, 2000, 2001, 4097, 9000, 13000}) {
+            SCOPED_TRACE(testing::Message() << samples << " samples, round " << &round - rounds);
+            fileKind[0] = round.kind;
+            formatVersion[0] = round.version;
+            SmoothingSTD = round.std;
+            smoothingNE = smoothingVW = round.smoothing;
+            VFWCopyVRW = round.copies;
+            primaryRatio[0] = 2111;
+            ScriptHold(round.shift, round.ctrl);
+            auto start = [&] {
+                FillSlot(0, samples, samples, round.kind == 1);
+                for (int channel = 0; channel < channelTotal; channel++) {
+                    channelMin[0][channel] = 40, channelMax[0][channel] = 50;
+                    showChannel[0][channel] = 1;
+                }
+            };
+            start();
+            ComputeSuspensionSpeed(0);
+            SmoothChannels(0);
+            ComputeStatistics(0);
+            const Columns expected = Snapshot(0);
+            const std::vector<int> statistics = FoundStatistics();
+            start();
+            FinishChannels(0);
+            ExpectChannels(0, expected);
+            ASSERT_EQ(FoundStatistics(), statistics);
+        }
+}
+
 TEST_F(DerivedChannels, NothingIsReadOrWrittenPastArraysThatCouldNotGrow) {
     FillSlot(0, 5000, 1, true);
     for (auto* array : {&VFSus[0], &VRSus[0]}) {
@@ -332,9 +375,12 @@ TEST_F(DerivedChannels, NothingIsReadOrWrittenPastArraysThatCouldNotGrow) {
     }
     VB[0].resize(10);
     VB[0].shrink_to_fit();
+    channelMax[0][chVB] = 33;
     ComputeSuspensionSpeed(0);
     SmoothChannels(0);
     ComputeStatistics(0);
+    FinishChannels(0);
+    EXPECT_EQ(channelMax[0][chVB], 33);  // there is nothing to take
     EXPECT_EQ(VFSus[0].size(), 300u);
     EXPECT_EQ(VB[0].size(), 10u);
 }

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
+#include <random>
 
 #include "app/frame_loop.h"
 #include "graph/view_state.h"
@@ -10,6 +12,8 @@
 #include "platform/files.h"
 #include "platform/headless/script.h"
 #include "platform/system_files.h"
+#include "run_data/csv_columns.h"
+#include "run_data/csv_log.h"
 #include "run_data/log_header.h"
 #include "run_data/run_store.h"
 #include "settings/settings.h"
@@ -197,6 +201,107 @@ TEST_F(LoadFileOf, ALoadedLogBringsItsFileNameWithTheRename) {
     EXPECT_TRUE(shown.empty());
 }
 
+// What a load into another slot must leave as it is.
+struct SlotState {
+    std::vector<int64_t> numbers;
+    std::string texts;
+    bool operator==(const SlotState&) const = default;
+};
+SlotState StateOf(int slot) {
+    SlotState state;
+    ForEachSampleArray(slot, [&](const auto& array, bool) {
+        state.numbers.push_back(static_cast<int64_t>(array.size()));
+        state.numbers.insert(state.numbers.end(), array.begin(), array.end());
+    });
+    state.numbers.insert(state.numbers.end(), std::begin(lapStart[slot]), std::end(lapStart[slot]));
+    state.numbers.insert(state.numbers.end(), std::begin(lapLength[slot]), std::end(lapLength[slot]));
+    for (const auto* scalars : {sampleCount, lapCount, slotInUse, formatVersion, fileKind, cursorPos, currentLap, MarksPerLap})
+        state.numbers.push_back(scalars[slot]);
+    for (const auto* sensors : {neDivider, frontPulses, frontTyreMm, rearTyreMm, rearSprocket, fsusType, fsusZeroRaw, primaryRatio})
+        state.numbers.push_back(sensors[slot]);
+    for (const auto& row : {channelMin[slot], channelMax[slot], showChannel[slot]})
+        state.numbers.insert(state.numbers.end(), row, row + channelTotal);
+    state.texts = std::string(memoText[slot]) + "|" + fileTitle[slot] + "|" + filePath[slot];
+    return state;
+}
+
+// Bytes of any kind; some of them look like the start of a log.
+std::string AnyBytes(std::mt19937& random) {
+    constexpr char textLetters[] = "0123456789.,-+e\"\n\r;Time LAPne";
+    std::string bytes(512 + random() % 4000, '\0');
+    const bool text = random() % 2;
+    for (char& byte : bytes) byte = text ? textLetters[random() % (sizeof textLetters - 1)] : static_cast<char>(random());
+    if (random() % 3) bytes[typeMarkAt] = '3';
+    if (random() % 4) bytes[versionAt] = static_cast<char>(std::array{0, 1, 2, 3, 4, 32, 5}[random() % 7]);
+    if (random() % 4) bytes[84] = bytes[85] = 0;  // .qtw: minutes, not hours
+    return bytes;
+}
+
+int ImportAsOffered(int, int) {
+    OpenCsvRows();
+    AcceptCsvImport({});
+    return 0;
+}
+
+TEST_F(LoadFileOf, AnyBytesUnderAnyNameLeaveTheOtherSlots) {
+    std::mt19937 random(7);
+    for (int slot : {0, 2}) LoadFile(folder.Write("other.zrk", NativeLog(300 + slot, {100})).c_str(), slot);
+    const SlotState before[] = {StateOf(0), StateOf(2)};
+    SetDialogHandler(ImportAsOffered);
+    for (const char* name : {"a.zrk", "a.zrv", "a.qtw", "a.csv", "a.txt", "a"})
+        for (int round = 0; round < 40; round++) {
+            SCOPED_TRACE(testing::Message() << name << " " << round);
+            const std::string bytes = AnyBytes(random);
+            const std::string path = folder.Write(name, bytes);
+            LoadFile(path.c_str(), 1);
+            ASSERT_TRUE(StateOf(0) == before[0]);
+            ASSERT_TRUE(StateOf(2) == before[1]);
+            ASSERT_EQ(loadBusy, 0);
+            ASSERT_GE(sampleCount[1], 1);
+            ForEachSampleArray(1, [](const auto& array, bool) { ASSERT_GT(static_cast<int>(array.size()), sampleCount[1]); });
+            ASSERT_GE(lapCount[1], 1);
+            ASSERT_LE(lapCount[1], lapMarkLimit);
+            ASSERT_EQ(folder.Read(name), bytes);
+        }
+}
+
+TEST_F(LoadFileOf, AFailureInOneSlotLeavesTheOtherSlots) {
+    for (int slot : {0, 2}) LoadFile(folder.Write("other.zrk", NativeLog(300 + slot, {100})).c_str(), slot);
+    const SlotState before[] = {StateOf(0), StateOf(2)};
+    std::string strange = NativeLog(50), longQtw(1200, '\0');
+    strange[versionAt] = 5;
+    longQtw[84] = 1;
+    const struct { const char* name; std::string bytes; } failures[] = {
+        {"short.zrk", std::string(511, '3')}, {"type.txt", NativeLog(50)}, {"strange.zrk", strange}, {"long.qtw", longQtw}};
+    for (const auto& failure : failures) {
+        SCOPED_TRACE(failure.name);
+        shown.clear();
+        LoadFile(folder.Write(failure.name, failure.bytes).c_str(), 1);
+        EXPECT_FALSE(shown.empty());
+        EXPECT_TRUE(StateOf(0) == before[0]);
+        EXPECT_TRUE(StateOf(2) == before[1]);
+    }
+}
+
+int LoadFromDialog(int, int) {
+    LoadFile("other.zrk", 0);
+    LoadFile(askRequest, 1);
+    return 0;
+}
+
+TEST_F(LoadFileOf, ARequestDuringTheDialogOfACsvLogOpensNothing) {
+    LoadFirst();
+    EnterFolder(folder.Path().c_str());
+    folder.Write("other.zrk", NativeLog(49));
+    SetDialogHandler(LoadFromDialog);
+    LoadFile(folder.Write("a.csv", std::string(600, ',')).c_str(), 2);
+    EXPECT_EQ(sampleCount[0], 100);
+    EXPECT_STREQ(fileTitle[0], "first.zrk");
+    EXPECT_EQ(slotInUse[1], 0);
+    EXPECT_EQ(shown.size(), 1u);  // the dialog alone
+    EXPECT_EQ(loadBusy, 0);
+}
+
 TEST_F(OpenDialogOf, TheMarkerByteOffersTheLogTypesAndReadsTheChoice) {
     const std::string path = folder.Write("chosen.zrk", NativeLog(9));
     QueueAnswer(Answer::path, path);
@@ -269,10 +374,15 @@ TEST_F(Dispatch, ANativeNameWithoutTheTypeMarkIsRefused) {
     }
 }
 
-TEST_F(Dispatch, ACsvNameIsNeverANativeLog) {
-    LoadFile(folder.Write("a.csv", NativeLog(99)).c_str(), 0);
-    EXPECT_NE(fileKind[0], 1);
-    EXPECT_NE(sampleCount[0], 100);
+TEST_F(Dispatch, ACsvWhoseFirstByteIs3GoesToTheCsvImport) {
+    LoadFirst();
+    LoadFile(folder.Write("a.csv", NativeLog(49)).c_str(), 0);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].kind, "dialog");
+    EXPECT_EQ(shown[0].title, "1027");
+    EXPECT_EQ(fileKind[0], 3);
+    EXPECT_EQ(sampleCount[0], 100);  // nobody pressed OK: the data stay, the name is the new file's
+    EXPECT_STREQ(fileTitle[0], "a.csv");
 }
 
 TEST_F(Dispatch, AQtwNameIsASecondaryLogWhateverItsFirstByte) {

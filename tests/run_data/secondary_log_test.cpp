@@ -7,11 +7,15 @@
 
 #include "app/frame_loop.h"
 #include "platform/headless/script.h"
+#include "run_data/byte_order.h"
 #include "run_data/run_store.h"
 #include "run_data/secondary_header.h"
 #include "run_data/secondary_stream.h"
 #include "run_data/setup_values.h"
 #include "settings/settings.h"
+#include "tools/sample_log/bike.h"
+#include "tools/sample_log/ride.h"
+#include "tools/sample_log/sample_log.h"
 
 using namespace secondaryHeader;
 
@@ -527,6 +531,91 @@ TEST_F(SecondaryLog, LeavesTheOtherSlots) {
     OneChannel(vfwIntervalAt, 5).Read(2);
     EXPECT_EQ(Samples(Ne[0], 0), before);
     EXPECT_EQ(slotInUse[1], 0);
+}
+
+// What the reader makes of a log against the ride that it was written from. A value stands from the sample behind its code
+// until the next one; the first code of a channel comes after one interval.
+struct RideChannel {
+    const char* name;
+    int intervalAt;
+    int BikeSample::*ridden;
+    int64_t (*read)(int sample);
+    int step;  // of a reading, in the channel's unit
+};
+const RideChannel rideChannels[] = {
+    {"Ne", neIntervalAt, &BikeSample::ne, [](int i) { return int64_t{Ne[0][i]}; }, 20},
+    {"TH", thIntervalAt, &BikeSample::th, [](int i) { return int64_t{TH[0][i]}; }, 6},
+    {"VFW", vfwIntervalAt, &BikeSample::vfw, [](int i) { return int64_t{VFW[0][i]}; }, 10},
+    {"VRW", vrwIntervalAt, &BikeSample::vrw, [](int i) { return int64_t{VRW[0][i]}; }, 10},
+    {"VB", vbIntervalAt, &BikeSample::vb, [](int i) { return int64_t{VB[0][i]}; }, 10},
+    {"FSUS", fsusIntervalAt, &BikeSample::fsus, [](int i) { return int64_t{FSUS[0][i]}; }, 19},
+    {"RSUS", rsusIntervalAt, &BikeSample::rsus, [](int i) { return int64_t{RSUS[0][i]}; }, 13},
+    {"LAF1", laf1IntervalAt, &BikeSample::laf1, [](int i) { return int64_t{LAF1[0][i]}; }, 2},
+    {"LAF2", laf2IntervalAt, &BikeSample::laf2, [](int i) { return int64_t{LAF2[0][i]}; }, 2},
+};
+
+void ReadRide(const SampleLogOptions& options) {
+    LogBytes log;
+    log.bytes = MakeSecondaryLog(options);
+    log.Read(0);
+}
+
+TEST_F(SecondaryLog, GivesTheRideThatItWasWrittenFrom) {
+    for (int interval : {0, 5, 20}) {
+        SampleLogOptions options;
+        options.laps = 2;
+        options.intervalMs = interval;
+        const std::vector<BikeSample> ride = SimulateRide(options);
+        ReadRide(options);
+        const std::vector<uint8_t> header = MakeSecondaryLog(options);
+        ASSERT_EQ(sampleCount[0], static_cast<int>(ride.size()) / 200 * 200);
+        for (const RideChannel& channel : rideChannels) {
+            SCOPED_TRACE(testing::Message() << channel.name << " at " << interval);
+            const int every = ReadU16Be(&header[channel.intervalAt]) / 5;
+            ASSERT_GE(every, 1);
+            for (int i = every + 1; i < sampleCount[0]; i++)
+                ASSERT_NEAR(channel.read(i), ride[(i - 1) / every * every].*channel.ridden, channel.step) << i;
+        }
+    }
+}
+
+TEST_F(SecondaryLog, GivesTheMarksOfTheRideThatItWasWrittenFrom) {
+    for (int marksPerLap : {1, 3}) {
+        SampleLogOptions options;
+        options.laps = 3;
+        options.marksPerLap = marksPerLap;
+        const std::vector<BikeSample> ride = SimulateRide(options);
+        ReadRide(options);
+        std::vector<uint32_t> marks = {0};
+        for (size_t k = 1; k < ride.size(); k++)
+            if (ride[k].mark && !ride[k - 1].mark) marks.push_back(static_cast<uint32_t>(k) + 1);
+        ASSERT_EQ(lapCount[0], static_cast<int>(marks.size()));
+        EXPECT_TRUE(std::equal(marks.begin(), marks.end(), lapStart[0]));
+        for (int k = 1; k < lapCount[0]; k++) {
+            uint32_t metres = 0;
+            for (uint32_t i = lapStart[0][k - 1]; i < lapStart[0][k]; i++) metres += VFW[0][i];
+            EXPECT_EQ(lapLength[0][k], metres) << k;
+        }
+    }
+}
+
+TEST_F(SecondaryLog, OfVoltsAndOtherStrokeSensorsReadsTheirVolts) {
+    SampleLogOptions options;
+    options.laps = 0;
+    options.seconds = 30;
+    options.intervalMs = 5;
+    options.linearSuspension = options.voltInputs = true;
+    const std::vector<BikeSample> ride = SimulateRide(options);
+    ReadRide(options);
+    EXPECT_EQ(fsusType[0], 16);
+    EXPECT_EQ(rsusType[0], 16);
+    EXPECT_EQ(analog[0][0].type, 1);
+    for (int i = 10; i < sampleCount[0]; i++) {
+        // 10 bit readings of the curves' sensors, shown as 0.01 V of 5 V.
+        ASSERT_NEAR(FSUS[0][i], (900 - ride[i - 1].fsus * 1024 / 18769) * 500 / 1023, 1) << i;
+        ASSERT_NEAR(RSUS[0][i], (940 - ride[i - 1].rsus * 1023 / 12500) * 500 / 1023, 1) << i;
+        ASSERT_NEAR(LAF1[0][i], (ride[i - 1].laf1 - 900) * 1140 / 1000 * 500 / 1023, 1) << i;
+    }
 }
 
 }  // namespace
