@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "analysis/harmonize.h"
 #include "analysis/lap_order.h"
 #include "analysis/lap_table.h"
 #include "graph/view_state.h"
@@ -118,7 +119,11 @@ static After RunSimulation() {
     return After::show;
 }
 
-static After RunHarmonize() { return After::show; }
+// Kept: the tables show the new speeds when they are computed the next time.
+static After RunHarmonize() {
+    HarmonizeTyreLength();
+    return After::show;
+}
 
 static After LeaveForExport() {
     LeaveForCsvOutput();

@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "analysis/csv_export.h"
+#include "analysis/distribution.h"
 #include "analysis/final_simulation.h"
 #include "analysis/lap_marks.h"
 #include "analysis/lap_order.h"
@@ -53,6 +54,7 @@ void LoadDefaults() {
     DefaultLapTable();
     DefaultFinalSimulation();
     DefaultCsvExport();
+    DefaultDistribution();
     DefaultToolbar();
     DefaultInputStep();
     DefaultFrameLoop();

@@ -58,6 +58,22 @@ static std::string ExportDetails() {
            "stays what it was. The window's messages are on standard error.";
 }
 
+static const OptionInfo distributionOptions[] = {
+    {"--channel", "Ne|Th|FrSUS|RrSUS", "what is counted; without it Ne", "zrka_cli distribution --channel Th run.zrk"},
+    {"--min", "N", "begin of the first band, rpm, % or mm; without it 6000 for Ne, else 0", "zrka_cli distribution --min 4000 run.zrk"},
+    {"--max", "N", "the last band begins here at the latest; without it 16000, 100, 125 or 50",
+     "zrka_cli distribution --channel FrSUS --max 80 run.zrk"},
+    {"--step", "N", "width of a band; without it 500 for Ne, else 5", "zrka_cli distribution --step 250 run.zrk"},
+    {"--laps", "all|checked", "all laps, or all but the out lap and the last one; without it all",
+     "zrka_cli distribution --laps checked run.zrk"},
+};
+
+static std::string DistributionDetails() {
+    return "The texts of the window's two boxes, File 1's and then File 2's: a header, with a lowest value above 0 a line for what\n"
+           "lies below it, and a line per band with its share of the time in percent. Numbers are limited as in the window. Lines\n"
+           "end with CR LF.";
+}
+
 static std::string RenderDetails() { return "Time is virtual: no pass waits."; }
 
 static const Command commands[] = {
@@ -70,6 +86,9 @@ static const Command commands[] = {
      "tells what each lap reached, and its sectors", LapsDetails, "zrka_cli laps run.zrk", lapsOptions, 1, 3, RunLaps},
     {"export", "OUT.csv [--rate 200|100|50|10|1] [--columns COLUMN,...] [--laps ROW,ROW,...|--range FIRST-LAST] FILE",
      "writes laps or a stretch of a log as a text table", ExportDetails, "zrka_cli export run.csv run.zrk", exportOptions, 2, 2, RunExport},
+    {"distribution", "[--channel Ne|Th|FrSUS|RrSUS] [--min N] [--max N] [--step N] [--laps all|checked] FILE [FILE]",
+     "tells what share of the time a channel spent in each band of values", DistributionDetails,
+     "zrka_cli distribution --channel Th run.zrk", distributionOptions, 1, 2, RunDistribution},
     {"play", "SCRIPT [FILE [FILE [FILE]]]", "runs the frame loop on scripted input",
      PlayDetails, "zrka_cli play steps.txt run.zrk", {}, 1, 4, RunPlay},
 };

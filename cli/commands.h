@@ -10,6 +10,7 @@ int RunDump(const Invocation& invocation);    // dump.cpp
 int RunRender(const Invocation& invocation);  // render.cpp
 int RunLaps(const Invocation& invocation);    // laps.cpp
 int RunExport(const Invocation& invocation);  // export.cpp
+int RunDistribution(const Invocation& invocation);  // distribution.cpp
 int RunPlay(const Invocation& invocation);    // play.cpp
 // The instructions of a script, for the help.
 std::string PlayDetails();

@@ -99,6 +99,16 @@
 #define listFrontTeeth    1669
 #define listRearTeeth     1670
 
+// 1024, percentage.
+#define buttonDistClose  1068
+#define editDistMin      1220
+#define editDistMax      1221
+#define editDistStep     1222
+#define editDistFile1    1223
+#define editDistFile2    1224
+#define listDistChannel  1667
+#define listDistLaps     1668
+
 // 1028, The selection of items and range.
 #define buttonCsvLaps   1072
 #define buttonCsvRange  1073

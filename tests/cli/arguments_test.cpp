@@ -36,10 +36,10 @@ TEST(CliArguments, EachCommandHasItsOwnHelp) {
     EXPECT_NE(RunCli({"play", "--help"}).out.find("power suspend-query|suspend|resume"), std::string::npos);
 }
 
-TEST(CliArguments, NoCommandIsRefusedWithTheListOfCommands) { ExpectRefused({}, "the commands are dump, render, laps, export, play"); }
+TEST(CliArguments, NoCommandIsRefusedWithTheListOfCommands) { ExpectRefused({}, "the commands are dump, render, laps, export, distribution, play"); }
 
 TEST(CliArguments, UnknownCommandIsRefusedWithTheListOfCommands) {
-    ExpectRefused({"fly"}, "unknown command fly; the commands are dump, render, laps, export, play");
+    ExpectRefused({"fly"}, "unknown command fly; the commands are dump, render, laps, export, distribution, play");
 }
 
 TEST(CliArguments, UnknownOptionsAreRefusedWithTheAcceptedOnes) {
