@@ -296,10 +296,14 @@ TEST_F(FrameLoop, DurationOfAPassIncludesItsWait) {
 TEST_F(FrameLoop, NothingIsDrawnOnceActivityHasRunOut) {
     OpenWindow(640, 400);
     ComeToRest();
+    const int frames = frameNumber;
+    const int64_t start = SteadyMs();
     const std::string drawn = RecordedText([] {
-        for (int pass = 0; pass < 10; pass++) LoopPass();
+        for (int pass = 0; pass < 300; pass++) LoopPass();
     });
     EXPECT_EQ(drawn, "");
+    EXPECT_EQ(frameNumber, frames);
+    EXPECT_EQ(SteadyMs() - start, 60000) << "a minute of nothing but waits";
 }
 
 TEST_F(FrameLoop, AKeyPressWakesTheProgramInTheNextPass) {

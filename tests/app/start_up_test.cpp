@@ -18,6 +18,8 @@ TEST_F(StartUp, WithoutALogTheLoopRunsAndDrawsGridAndOverlay) {
     const std::string frame = RecordedText([] { LoopPass(); });
     EXPECT_NE(frame.find("DrawImageScaledXY 0 0 0 0 gridStrip 1024 "), std::string::npos);
     EXPECT_NE(frame.find("\"Keyboard shortcuts\""), std::string::npos);
+    for (const char* panel : {" labelStrip ", " summaryPanel ", " memoPanel "})
+        EXPECT_NE(frame.find(panel), std::string::npos) << panel;
     for (int pass = 0; pass < 20; pass++) LoopPass();
     EXPECT_EQ(frameNumber, 21);
     EXPECT_TRUE(shown.empty());
@@ -34,9 +36,35 @@ TEST_F(StartUp, StartsAtMagnification50AndEasesToOne) {
 }
 
 TEST_F(StartUp, LogOfTheCommandLineOpensIntoFile1) {
+    SampleLogOptions options;
+    options.laps = 2;
+    const std::vector<uint8_t> log = MakeSampleLog(options);
+    const std::string path = folder.Write("run.zrk", {reinterpret_cast<const char*>(log.data()), log.size()});
+    ASSERT_EQ(StartProgram(path.c_str()), 0);
+    EXPECT_TRUE(shown.empty());
+    EXPECT_GT(sampleCount[0], 1000);
+    EXPECT_GE(lapCount[0], 2);
+    EXPECT_EQ(slotInUse[1], 0);
+    EXPECT_NE(RecordedText([] { LoopPass(); }).find("run.zrk"), std::string::npos) << "its name stands in the frame";
+}
+
+TEST_F(StartUp, LogOfTheCommandLineThatCannotBeReadIsToldAndTheProgramRuns) {
     ASSERT_EQ(StartProgram("no/such/file.zrk"), 0);
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].text, "Load file error no/such/file.zrk");
+    EXPECT_TRUE(LoopRuns());
+}
+
+TEST_F(StartUp, AMissingCourseIsToldAndTheMapStaysOff) {
+    std::filesystem::remove(folder.path / "sorrel.crs");
+    ASSERT_EQ(StartProgram(nullptr), 0);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "Not Found Course Layout File !");
+    EXPECT_EQ(shown[0].title, "ZRKA");
+    EXPECT_EQ(CourseLayout_on, 0);
+    folder.Write("sorrel.crs", MakeCourse("sorrel"));
+    RebuildResources();
+    EXPECT_EQ(CourseLayout_on, 0) << "also when a later rebuild finds one";
 }
 
 TEST_F(StartUp, DeviceThatCannotStartEndsTheProgram) {
@@ -278,6 +306,7 @@ TEST_F(StartUp, SuspendQueryThenSuspendThenResume) {
     LoopPass();
     EXPECT_EQ(powerState, 0);
     EXPECT_EQ(meterRedraw, 1) << "rebuilt";
+    EXPECT_TRUE(shown.empty());
 }
 
 TEST_F(StartUp, ResumeWithoutASuspendDoesNothing) {

@@ -168,6 +168,16 @@ TEST_F(CliPlay, TimeIsVirtual) {
     ExpectPlay("pass 2000\nstate activityCount\n", "activityCount 0\n");
 }
 
+TEST_F(CliPlay, AnIdleMinuteDrawsNoFrame) {
+    const std::string minute = "state frameNumber\nops " + folder.Path("ops.txt") + "\npass 300\nops off\nstate frameNumber\n";
+    const CliRun run = Play("pass 1000\n" + minute, {Log()});
+    EXPECT_EQ(run.status, exitDone) << run.err;
+    const std::string once = run.out.substr(0, run.out.size() / 2);
+    EXPECT_GT(std::stoi(once.substr(std::string("frameNumber ").size())), 100) << "the frames before it came to rest";
+    EXPECT_EQ(run.out, once + once);
+    EXPECT_EQ(folder.Read("ops.txt"), "");
+}
+
 TEST_F(CliPlay, OperationsAreRecordedBetweenOpsAndOpsOff) {
     const CliRun run = Play("pass 1\nops " + folder.Path("ops.txt") + "\npass 2\nops off\npass 1\n");
     EXPECT_EQ(run.status, exitDone) << run.err;

@@ -150,11 +150,13 @@ static bool IsDialog(HWND window) {
     return std::wstring(name) == L"#32770";
 }
 
-bool Program::Start(const std::vector<std::string>& arguments) {
+bool Program::Launch(const std::vector<std::string>& arguments) {
     End(process);  // of an earlier start
-    if (!StartProcess(Wide(home.Path("ZRKA.exe")), arguments, process)) return false;
-    return FindWindows();
+    main = toolbar = nullptr;
+    return StartProcess(Wide(home.Path("ZRKA.exe")), arguments, process);
 }
+
+bool Program::Start(const std::vector<std::string>& arguments) { return Launch(arguments) && FindWindows(); }
 
 bool Program::FindWindows() {
     // The tool bar is shown last.

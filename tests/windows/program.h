@@ -43,7 +43,9 @@ struct Program {
     std::string WriteLog(const std::string& name, const SampleLogOptions& options = {}) const;
     // Runs it, and waits until both windows stand. False when they do not come. Once it has ended it can start again.
     bool Start(const std::vector<std::string>& arguments = {});
-    // Waits for both windows; part of Start, and needed again when the program makes them anew.
+    // Runs it, and waits for nothing: a box may stand before its windows.
+    bool Launch(const std::vector<std::string>& arguments = {});
+    // Waits for both windows; part of Start, and needed after Launch and when the program makes them anew.
     bool FindWindows();
     // Waits for the end; the exit code, or -1 when it does not end.
     int ExitCode();

@@ -34,8 +34,9 @@ TEST(ProgramStart, TitleStyleAndClientSizeAreAsTheSettingsSay) {
     EXPECT_EQ(program.Close(), 0);
 }
 
-TEST(ProgramStart, WithoutSettingsPicturesOrCourseItRunsAndReportsNothing) {
+TEST(ProgramStart, WithoutSettingsAndPicturesItRunsAndReportsNothing) {
     Program program;
+    ASSERT_EQ(program.home.EntryCount(), 2) << "the program and a course, nothing else";
     ASSERT_TRUE(program.Start());
     EXPECT_GT(ColorCount(program.RestingPicture()), 10);
     EXPECT_FALSE(program.Find("ZRKA"));
@@ -43,6 +44,17 @@ TEST(ProgramStart, WithoutSettingsPicturesOrCourseItRunsAndReportsNothing) {
     EXPECT_EQ(program.Close(), 0);
     EXPECT_EQ(IniValue(program.home.Path("ZRKA.ini"), "Window", "x2"), "1024");
     EXPECT_EQ(IniValue(program.home.Path("ZRKA.ini"), "Window", "y2"), "768");
+}
+
+TEST(ProgramStart, AMissingCourseIsToldAndTheProgramRunsOnWithoutTheMap) {
+    Program program;
+    std::filesystem::remove(program.home.path / "sorrel.crs");
+    ASSERT_TRUE(program.Launch());
+    ASSERT_TRUE(program.AnswerBox("ZRKA", "Not Found Course Layout File !"));
+    ASSERT_TRUE(program.FindWindows());
+    EXPECT_GT(ColorCount(program.RestingPicture()), 10);
+    EXPECT_EQ(program.Close(), 0);
+    EXPECT_EQ(IniValue(program.home.Path("ZRKA.ini"), "ModeSetting", "CourseLayout_on"), "0");
 }
 
 TEST(ProgramStart, AWindowOutsideTheScreensComesBackToTheirEdge) {
@@ -124,6 +136,20 @@ TEST(ProgramWindow, MaximisedAtTheEndIsMaximisedAtTheNextStart) {
     EXPECT_EQ(IniValue(program.home.Path("ZRKA.ini"), "Window", "x2"), "1024");
     ASSERT_TRUE(program.Start());
     EXPECT_TRUE(WaitFor([&] { return IsZoomed(program.main); }));
+    RECT bar = {};
+    GetWindowRect(program.toolbar, &bar);
+    const LONG onTheMonitor = GetSystemMetrics(SM_CYSCREEN) - (bar.bottom - bar.top);
+    EXPECT_EQ(bar.left, 256) << "of the monitor, not of the window's normal place";
+    EXPECT_EQ(bar.top, std::min<LONG>(GetSystemMetrics(SM_CYSCREEN) - 288, onTheMonitor));
+    EXPECT_EQ(program.Close(), 0);
+}
+
+TEST(ProgramWindow, AKeyWakesTheRestingProgram) {
+    Program program;
+    ASSERT_TRUE(program.Start());
+    const Picture resting = program.RestingPicture();
+    program.Type('b');  // the scroll bar goes
+    EXPECT_TRUE(WaitFor([&] { return GrabClient(program.main) != resting; }));
     EXPECT_EQ(program.Close(), 0);
 }
 
@@ -218,6 +244,21 @@ TEST(ProgramEnd, SettingsThatCannotBeWrittenAreNotReported) {
     EXPECT_EQ(program.Close(), 0);
     EXPECT_TRUE(std::filesystem::is_directory(program.home.path / "ZRKA.ini"));
     EXPECT_FALSE(std::filesystem::exists(program.home.path / "ZRKA.ini.new0")) << "nothing is left beside";
+}
+
+// A folder without the right to write is no hindrance to every account, so its refusal is brought about by names that are taken.
+TEST(ProgramEnd, AFolderThatTakesNoNewFileKeepsItsSettingsAndNothingIsReported) {
+    Program program;
+    program.home.Write("ZRKA.ini", "[Window]\r\nx2=640\r\n");
+    for (const char* file : {"ZRKA.ini.new", "Sector.ini.new"})
+        for (int number = 0; number < 100; number++)
+            std::filesystem::create_directory(program.home.path / (file + std::to_string(number)));
+    const int entries = program.home.EntryCount();
+    ASSERT_TRUE(program.Start());
+    EXPECT_EQ(ClientSize(program.main).first, 640);
+    EXPECT_EQ(program.Close(), 0);
+    EXPECT_EQ(program.home.Read("ZRKA.ini"), "[Window]\r\nx2=640\r\n");
+    EXPECT_EQ(program.home.EntryCount(), entries) << "nothing is left beside";
 }
 
 TEST(ProgramEnd, SettingsThatAnotherProgramHoldsStayAsTheyAre) {
