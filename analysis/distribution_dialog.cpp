@@ -50,8 +50,12 @@ static void OnOpen(HWND window) {
     ShowBands(window);
 }
 
+// Put in at the end of the box, which so shows the last lines.
 static void ShowResults(HWND window) {
-    for (int file = 0; file < distFiles; file++) SetControlText(window, textControls[file], distTexts[file].c_str());
+    for (int file = 0; file < distFiles; file++) {
+        SetControlText(window, textControls[file], "");
+        SendDlgItemMessageW(window, textControls[file], EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(Wide(distTexts[file]).c_str()));
+    }
 }
 
 static void OnClick(HWND window, int id) {
