@@ -1,4 +1,5 @@
-// Random hands on random logs: bytes become settings, a log with damage, and a script of `play` that is then run whole.
+// Random hands on random logs: bytes become settings, a layout, logs with damage, and a script of `play` that is then run
+// whole.
 #include <unistd.h>
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <iterator>
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "cli/console.h"
 #include "cli/play.h"
@@ -58,6 +60,7 @@ const std::vector<uint8_t>& CleanLog(int version, int marksPerLap) {
         options.version = version;
         options.laps = 0;
         options.seconds = 60;
+        options.skipSeconds = 60;  // past the pit lane: some marks come
         options.marksPerLap = marksPerLap;
         log = MakeSampleLog(options);
     }
@@ -78,6 +81,29 @@ void WriteLog(Input& input, const char* name) {
 }
 
 std::string Number(int number) { return std::to_string(number); }
+
+// A settings file or a layout: some of its keys, with any number behind them.
+void WriteSettings(Input& input, const char* name, std::string_view sections) {
+    struct Key { const char *section, *name; };
+    static constexpr Key keys[] = {
+        {"Window", "x2"},            {"Window", "y2"},             {"Window", "Curse_X"},      {"Window", "Curse_Z"},
+        {"Window", "MC_Z"},          {"Window", "Meter_X"},        {"Window", "Meter_Z"},      {"Window", "Susgram_Z"},
+        {"ModeSetting", "CursolValueMode"}, {"ModeSetting", "SmoothingSample"}, {"ModeSetting", "colortype"},
+        {"ModeSetting", "BaseLinePos"}, {"ModeSetting", "CslValWidth"}, {"ModeSetting", "SusFilter_n"},
+        {"ModeSetting", "ExpertMode"}, {"ModeSetting", "HD_Display"}, {"ModeSetting", "GridFill"},
+        {"SPLConfig", "SusVSampleNum"}, {"SPLConfig", "SmoothingSTD"}, {"SPLConfig", "Blend_mode"}, {"SPLConfig", "Shifter"},
+        {"SPLConfig", "VSync"},      {"GraphSetting", "rpmpos"},   {"GraphSetting", "rpmzoom"}, {"GraphSetting", "vfwzoom"},
+        {"GraphSetting", "slipzoom"}, {"GraphSetting", "GraphGrid_min0"}, {"GraphSetting", "GraphGrid_max0"},
+        {"GraphSetting", "GraphGrid_step0"}, {"GraphSetting", "GraphGrid_step6"}, {"GraphSetting", "Color_Green2"},
+        {"GraphSetting", "Color_Gonly3"}, {"GraphSetting", "Lap_Point_Green"}, {"GraphSetting", "VFW_View_Red"}};
+    constexpr int wild[] = {0, 1, -1, 2, 3, 7, 100, 1000, 32767, -32768, 65536, 1000000, INT32_MAX, INT32_MIN};
+    std::ofstream file(Folder().path / name, std::ios::binary);
+    for (int count = input.Byte() % 8; count > 0; count--) {
+        const Key& key = keys[input.Byte() % std::size(keys)];
+        const int value = input.Byte() % 2 ? wild[input.Byte() % std::size(wild)] : input.Below(65536) - 32768;
+        if (sections.find(key.section) != sections.npos) file << '[' << key.section << "]\n" << key.name << '=' << value << '\n';
+    }
+}
 
 std::string Size(Input& input) {
     constexpr int sizes[] = {0, 1, 2, 7, 40, 160, 333, 640};
@@ -115,11 +141,16 @@ std::string Event(Input& input) {
                                       "foreground toolbar",  "foreground other"};
     return events[input.Byte() % std::size(events)];
 }
+std::string Command(Input& input) {
+    constexpr int buttons[] = {1111, 1112, 1033, 1034, 1035, 1036, 1113, 1114, 1115, 1117, 1116, 1037};
+    const int button = buttons[input.Byte() % std::size(buttons)];
+    return "command " + Number(button) + (input.Byte() % 2 ? " checked" : "");
+}
 std::string State(Input& input) { return input.Byte() % 2 ? "state cursorPos lapStart viewZoom fileTitle" : "boxes"; }
 
 // Passes, mouse and keys come up more often than what is rare in a user's hands as well.
 std::string (*const makers[])(Input&) = {Pass, Pass,   Pass, Mouse, Mouse, Mouse,  Buttons, Buttons, Key, Key,
-                                         Key,  Wheel,  Hold, Size,  Load,  Answer, Event,   State,   HWheel};
+                                         Key,  Wheel,  Hold, Size,  Load,  Answer, Event,   State,   HWheel, Command};
 
 std::string MakeScript(Input& input) {
     std::string script = "size 320 240\nload 1 " + Folder().File("a.zrk") + "\n";
@@ -136,16 +167,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Input input{data, size};
     WriteLog(input, "a.zrk");
     WriteLog(input, "b.zrk");
+    WriteSettings(input, "ZRKA.ini", "Window ModeSetting SPLConfig GraphSetting");
+    WriteSettings(input, "layout.cfg", "GraphSetting");
     consoleOut = nowhere;
     consoleErr = stderr;  // what is refused is a fault of this file and stops the fuzzer
     Invocation invocation;
     invocation.home = Folder().path.string();
     if (BeginSession(invocation) != exitDone) __builtin_trap();
-    ExpertMode = input.Byte() % 3;
+    if (input.Byte() % 2) ExpertMode = 2;  // most keys and rows are the expert's
     Debug = input.Byte() % 2;
-    colortype = input.Byte() % 2;
-    HD_Display = input.Byte() % 2;
-    BaseLinePos = input.Below(400) - 200;
     // Pixels take most of the time and have tests of their own: one run in four draws them.
     SelectBackEnd(input.Byte() % 4 ? DrawBackEnd::none : DrawBackEnd::software);
     std::vector<Step> steps;
