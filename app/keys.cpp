@@ -164,6 +164,7 @@ static const KeyRow keyRows[] = {
     {'1', nullptr, leavesActivity, [] { OpenLog(0); }},
     {'2', nullptr, leavesActivity, [] { OpenLog(1); }},
     {'3', Expert, leavesActivity, [] { OpenLog(2); }},
+    {'3', nullptr, leavesActivity, BringMainWindowToFront},  // Kept: below the expert level it only returns the focus.
     {'4', CourseShown, leavesActivity, SaveCourseMapImages},
     {'5', nullptr, leavesActivity, LoadLayout},
     {'6', nullptr, leavesActivity, [] { SaveGraphLayout(1); }},

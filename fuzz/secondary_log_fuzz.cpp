@@ -9,6 +9,7 @@
 #include "run_data/run_store.h"
 #include "run_data/secondary_header.h"
 #include "run_data/secondary_log.h"
+#include "settings/settings.h"
 
 // The whole slot is usable: counts and marks inside their arrays.
 static void Check(int slot) {
@@ -28,6 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (data[0] % 64 != 0) std::fill_n(log.begin() + secondaryHeader::secondsAt, 2, 0);
     log.resize(size + 1024, 0);
     shown.clear();
+    Debug = data[1] & 1;  // byte 1 means nothing either
+    fileKind[0] = 2;
     const int before = sampleCount[1];
     ReadSecondaryLog(0, log.data(), static_cast<int>(size));
     Check(0);

@@ -283,6 +283,36 @@ TEST_F(LoadFileOf, AFailureInOneSlotLeavesTheOtherSlots) {
     }
 }
 
+TEST_F(LoadFileOf, ACsvWithoutATimeBaseLeavesTheSlotResetAndTheFilesName) {
+    LoadFirst();
+    SetDialogHandler(ImportAsOffered);
+    LoadFile(folder.Write("no_time.csv", std::string(600, '7') + "\n").c_str(), 0);
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(shown[0].kind, "dialog");
+    EXPECT_EQ(shown[1].kind, "box");
+    EXPECT_EQ(sampleCount[0], 1);
+    EXPECT_EQ(Ne[0].size(), 16u);
+    EXPECT_EQ(slotInUse[0], 1);
+    EXPECT_STREQ(fileTitle[0], "no_time.csv");
+}
+
+TEST_F(LoadFileOf, ALogWhoseRenameFailsStandsUnderTheNewName) {
+    ModifyFileName = 1;
+    folder.Write("lap[-'--''---(0-1)].zrk", "other");
+    const std::string path = folder.Write("lap.zrk", NativeLog(99));
+    LoadFile(path.c_str(), 0);
+    ExpectOneBox("No change file name.", "Error!");
+    EXPECT_EQ(sampleCount[0], 100);
+    EXPECT_STREQ(fileTitle[0], "lap[-'--''---(0-1)].zrk");
+    EXPECT_EQ(filePath[0], path);
+}
+
+TEST_F(LoadFileOf, AFolderIsALoadFileError) {
+    std::filesystem::create_directory(folder.path / "logs.zrk");
+    LoadFile(folder.Path("logs.zrk").c_str(), 0);
+    ExpectOneBox("Load file error " + folder.Path("logs.zrk"), "File Error");
+}
+
 int LoadFromDialog(int, int) {
     LoadFile("other.zrk", 0);
     LoadFile(askRequest, 1);
@@ -478,6 +508,12 @@ TEST_F(RenamedLog, WithTwoMarksALapTimesOnlyWholeLaps) {
     MarksPerLap[0] = 2;
     SetMarks({1000, 5000, 11000, 14000}, 20000);
     EXPECT_EQ(Renamed("run.zrk"), "run[0'45''000(1-2)].zrk");
+}
+
+TEST_F(RenamedLog, WithThreeMarksALapTimesOnlyWholeLaps) {
+    MarksPerLap[0] = 3;
+    SetMarks({1000, 2000, 3000, 9000, 9500, 9900}, 20000);
+    EXPECT_EQ(Renamed("run.zrk"), "run[0'34''500(1-2)].zrk");
 }
 
 TEST_F(RenamedLog, TakesMarksOutsideOneToThreeAsOne) {

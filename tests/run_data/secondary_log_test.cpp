@@ -13,6 +13,7 @@
 #include "run_data/secondary_stream.h"
 #include "run_data/setup_values.h"
 #include "settings/settings.h"
+#include "tests/run_data/sample_memory.h"
 #include "tools/sample_log/bike.h"
 #include "tools/sample_log/ride.h"
 #include "tools/sample_log/sample_log.h"
@@ -531,6 +532,71 @@ TEST_F(SecondaryLog, LeavesTheOtherSlots) {
     OneChannel(vfwIntervalAt, 5).Read(2);
     EXPECT_EQ(Samples(Ne[0], 0), before);
     EXPECT_EQ(slotInUse[1], 0);
+}
+
+TEST_F(SecondaryLog, WithoutMemoryTheSlotIsResetAndTheOthersKeepTheirData) {
+    LogBytes log = OneChannel(neIntervalAt, 5, 100);
+    for (int k = 0; k < 800; k++) log.PutChange(1);
+    log.Read(0);
+    log.Read(1);
+    const std::vector<int64_t> before = Samples(Ne[0], 0);
+    CountedMemory memory;
+    memory.failAt = 1;
+    OneChannel(neIntervalAt, 5, 1000).Read(1);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "Memory Ensure Error.(Data Main buffers)");
+    EXPECT_EQ(shown[0].title, "Memory Error!!");
+    EXPECT_EQ(sampleCount[1], 1);
+    EXPECT_EQ(lapCount[1], 1);
+    EXPECT_EQ(slotInUse[1], 0);
+    EXPECT_EQ(Samples(Ne[0], 0), before);
+}
+
+TEST_F(SecondaryLog, WithoutMemoryForAnUntestedArrayTheRestIsReadWithoutAMessage) {
+    for (int array : {9, 16, 17}) {  // VB, VFSus, VRSus in the order in which they are asked for
+        SCOPED_TRACE(array);
+        ReleaseRunStore();
+        LoadDefaults();
+        LogBytes log = OneChannel(neIntervalAt, 5, 100);
+        for (int at : {vbIntervalAt, fsusIntervalAt, rsusIntervalAt}) log.Put16(at, 5);
+        for (int k = 0; k < 20000 * 4; k++) log.PutChange(k < 4 ? 1 : 0);
+        SmoothingSTD = 2;
+        CountedMemory memory;
+        memory.failAt = array;
+        log.Read(0);
+        EXPECT_TRUE(shown.empty());
+        EXPECT_EQ(sampleCount[0], 20000);
+        EXPECT_EQ(Ne[0][19999], 20);
+        EXPECT_EQ(VB[0].size(), array == 9 ? 512u : 20016u);
+        EXPECT_EQ(VFSus[0].size(), array == 16 ? 512u : 20016u);
+    }
+}
+
+TEST_F(SecondaryLog, LeavesJumpsAndMarksPerLapAndStartsTheView) {
+    jumpTarget[0] = 50;
+    MarksPerLap[0] = 3;
+    cursorPos[0] = 700;
+    currentLap[0] = 4;
+    lapViewOffset[0] = 2;
+    OneChannel(neIntervalAt, 5).Read(0);
+    EXPECT_EQ(jumpTarget[0], 50);
+    EXPECT_EQ(MarksPerLap[0], 3);
+    EXPECT_EQ(cursorPos[0], 0);
+    EXPECT_EQ(currentLap[0], 1);
+    EXPECT_EQ(lapViewOffset[0], 0);
+}
+
+TEST_F(SecondaryLog, OnlyTheSuspensionSpeedsAreAveraged) {
+    SmoothingSTD = 4;
+    LogBytes log = OneChannel(fsusIntervalAt, 5);
+    log.bytes[flagsAt] = 0;  // volts
+    for (int k = 0; k < 300; k++) log.PutChange(k == 50 ? 250 : k == 51 ? -250 : 0);
+    log.Read(0);
+    EXPECT_EQ(FSUS[0][52], 250 * 500 / 1023);
+    EXPECT_EQ(FSUS[0][51], 0);
+    EXPECT_EQ(FSUS[0][53], 0);
+    EXPECT_EQ(VFSus[0][49], 250 * 500 / 1023 * 2 / 5);
+    EXPECT_EQ(VFSus[0][52], 0);  // up and down again
 }
 
 // What the reader makes of a log against the ride that it was written from. A value stands from the sample behind its code
