@@ -107,7 +107,7 @@ static FuelUse CountFuel(int slot) {
         } else if (on && level <= pulseLevel) {
             on = false;
         }
-        if (use.lastLap + 2 < lapTableSize && static_cast<uint32_t>(sample) == lapStart[slot][use.lastLap + 1]) use.lastLap++;
+        if (use.lastLap + 2 < lapTableSize && static_cast<uint32_t>(sample) >= lapStart[slot][use.lastLap + 1]) use.lastLap++;
     }
     use.lastLap = std::min(use.lastLap, lapCount[slot] - 1);
     return use;

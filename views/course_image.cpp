@@ -42,12 +42,13 @@ static uint32_t PointDistance(int slot, int point) {
     return target;
 }
 
-// First sample of the lap from `from` on whose distance reaches `distance`, -1 for none.
+// First sample of the lap from `from` on whose distance reaches `distance`, -1 for none. Marks may stand anywhere.
 static int SampleAtDistance(int slot, uint32_t distance, uint32_t from) {
     const int start = CurrentLapGroup(slot);
-    const uint32_t first = lapStart[slot][start - 1], last = lapStart[slot][start + HeldMarksPerLap(slot)];
+    const uint32_t first = lapStart[slot][start - 1];
+    const uint32_t last = std::min<uint32_t>(lapStart[slot][start + HeldMarksPerLap(slot)], sampleCount[slot]);
     for (uint32_t sample = std::max(first, from); sample <= last; sample++)
-        if (lapDistance[slot][sample] >= distance) return std::min(static_cast<int>(sample), sampleCount[slot]);
+        if (lapDistance[slot][sample] >= distance) return static_cast<int>(sample);
     return -1;
 }
 
@@ -69,16 +70,15 @@ int CoursePointToSample(int slot, int point) {
 
 // The walk over the points: distances rise with the points, so that the search goes on where it ended.
 struct DotWalk {
-    uint32_t reached;     // sample of the point before
+    uint32_t reached;     // sample of the point before, all bits set when it was out of reach
     int      colorIndex;  // of the point before; a selector that moves on keeps it
     int      gearIndex;
 };
 
 static int SampleOfDot(DotWalk& walk, int slot, int point) {
     const int sample = SampleAtDistance(slot, PointDistance(slot, point), walk.reached);
-    if (sample < 0) return HeldPoint(slot, point);
-    walk.reached = static_cast<uint32_t>(sample);
-    return sample;
+    walk.reached = static_cast<uint32_t>(sample);  // a point out of reach leaves none for those behind it
+    return sample < 0 ? HeldPoint(slot, point) : sample;
 }
 
 static void WriteCaption(const char* format) { std::snprintf(courseCaption, sizeof courseCaption, format, (courseColorFile & 1) + 1); }

@@ -181,3 +181,80 @@ TEST_F(CourseFile, AnOffsetPastEitherEndOnlyWraps) {
     EXPECT_EQ(courseOffset, 0);
     EXPECT_EQ(courseY[0], 10);
 }
+
+TEST_F(CourseFile, ACourseOfOnePointIsClosedByItself) {
+    EXPECT_EQ(Load("7,-3\n"), 1);
+    EXPECT_EQ(coursePointCount, 1);
+    EXPECT_EQ(courseX[1], 7);
+    EXPECT_EQ(courseY[1], -3);
+    EXPECT_EQ(courseLen[1], 0);
+    EXPECT_TRUE(shown.empty());
+}
+
+TEST_F(CourseFile, LongFilesKeepTheirFirst3000PointsWithEitherLineEnd) {
+    for (const char* end : {"\n", "\r\n"}) {
+        for (int lines : {2999, 3000, 100000}) {
+            SCOPED_TRACE(lines);
+            shown.clear();
+            std::string text;
+            for (int i = 0; i < lines; i++) text += std::to_string(i % 500 - 250) + ".5," + std::to_string(i / 500) + end;
+            EXPECT_EQ(Load(text), 1);
+            EXPECT_EQ(coursePointCount, std::min(lines, 3000));
+            EXPECT_EQ(courseX[2998], 2998 % 500 - 249.5f);
+            EXPECT_EQ(courseX[coursePointCount], -250.5f) << "closed by the first point";
+            EXPECT_EQ(shown.size(), lines < 3000 ? 0u : 1u);
+        }
+    }
+}
+
+TEST_F(CourseFile, AnOffsetGreaterThanThePointCountBecomesZeroWhenTheFileIsLoaded) {
+    for (const char* offset : {"5", "3000", "-1", "2147483647", "99999999999"}) {
+        SCOPED_TRACE(offset);
+        folder.Write("Sector.ini", std::string("[sorrel.crs]\nOffset=") + offset + "\n");
+        Load("0,0\n10,0\n10,10\n0,10\n");
+        EXPECT_EQ(courseOffset, 0);
+        EXPECT_EQ(courseX[1], 10);
+    }
+    folder.Write("Sector.ini", "[sorrel.crs]\nOffset=4\n");
+    Load("0,0\n10,0\n10,10\n0,10\n");
+    EXPECT_EQ(courseOffset, 4) << "the closing point";
+}
+
+TEST_F(CourseFile, MarkersFillTheRowsOfAllThreeFiles) {
+    Load("0,0\n1024,5\n10,0\n10,10\n5,2000\n0,10\n");
+    EXPECT_EQ(coursePointCount, 4);
+    for (const auto& row : sectorMark) {
+        EXPECT_EQ(row[0], 0);
+        EXPECT_EQ(row[1], 1);
+        EXPECT_EQ(row[2], 3);
+        for (int k = 3; k < sectorMarkSize; k++) EXPECT_EQ(row[k], noSectorMark);
+    }
+}
+
+TEST_F(CourseFile, ACourseWithoutMarkersLeavesSectorIniInCharge) {
+    Load("0,0\n1024,5\n10,0\n10,10\n");
+    ASSERT_EQ(sectorMark[0][1], 1);
+    folder.Write("Sector.ini", "[sorrel.crs]\nSec1=2\n");
+    Load("0,0\n10,0\n10,10\n");
+    EXPECT_EQ(sectorMark[0][1], 2);
+}
+
+TEST_F(CourseFile, TheSectionIsTheNameCutTo50CharactersOnReadingAndTo49OnWriting) {
+    const std::string name = std::string(56, 'c') + ".crs";
+    std::snprintf(CourseFile_name, sizeof CourseFile_name, "%s", name.c_str());
+    folder.Write(name, "0,0\n10,0\n10,10\n0,10\n");
+    folder.Write("Sector.ini", "[" + name.substr(0, 50) + "]\nSec1=2\n[" + name.substr(0, 49) + "]\nSec1=3\n");
+    EXPECT_EQ(LoadCourse(), 1);
+    EXPECT_EQ(sectorMark[0][1], 2);
+    sectorMark[0][1] = 1;
+    SaveSectorIni();
+    EXPECT_EQ(folder.Read("Sector.ini").find("[" + name.substr(0, 50) + "]\nSec1=2"), 0u);
+    EXPECT_NE(folder.Read("Sector.ini").find("[" + name.substr(0, 49) + "]\nSec1=1"), std::string::npos);
+}
+
+TEST_F(CourseFile, ABoundaryBehindTheLastPointIsKept) {
+    folder.Write("Sector.ini", "[sorrel.crs]\nSec1=4999\nSec2=5001\n");
+    Load("0,0\n10,0\n10,10\n");
+    EXPECT_EQ(sectorMark[0][1], 4999);
+    EXPECT_EQ(sectorMark[0][2], noSectorMark);
+}

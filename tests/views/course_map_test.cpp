@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
+
 #include "app/frame_loop.h"
 #include "draw/draw_layer.h"
 #include "draw/recorder.h"
@@ -10,6 +13,7 @@
 #include "graph/view_state.h"
 #include "platform/files.h"
 #include "platform/headless/script.h"
+#include "run_data/derived_channels.h"
 #include "run_data/run_store.h"
 #include "settings/settings.h"
 #include "tests/test_folder.h"
@@ -64,6 +68,21 @@ class CourseMap : public testing::Test {
         lapLength[slot][1] = 999 * 360;
         lapLength[slot][2] = lapLength[slot][3] = 1000 * 360;
         currentLap[slot] = 1;
+    }
+    // The colours of the dots of the selector at hand, in the order of the points; no sector boundaries stand.
+    static std::vector<uint32_t> DotColours() {
+        std::string lines;
+        RecordOperations(&lines);
+        RedrawCourseImage(0);
+        RecordOperations(nullptr);
+        std::vector<uint32_t> colours;
+        std::istringstream text(lines);
+        for (std::string line; std::getline(text, line);) {
+            int x, y, radius;
+            unsigned colour;
+            if (std::sscanf(line.c_str(), "DrawCircle %d %d %d #%X", &x, &y, &radius, &colour) == 4 && radius == 4) colours.push_back(colour);
+        }
+        return colours;
     }
     static uint32_t PixelAt(int point) {
         const Surface image = ImageSurface(courseImage);
@@ -173,8 +192,10 @@ TEST_F(CourseMap, SectorDotsAreDrawnWithOneMarkPerLapOnly) {
     sectorMark[0][1] = 10;
     sectorMark[0][2] = 20;
     EXPECT_EQ(Count(Record([] { RedrawCourseImage(1); }), " 6 #FFFF00"), 2);
-    MarksPerLap[0] = 2;
-    EXPECT_EQ(Count(Record([] { RedrawCourseImage(1); }), " 6 #FFFF00"), 0);
+    for (int marks : {2, 3}) {
+        MarksPerLap[0] = marks;
+        EXPECT_EQ(Count(Record([] { RedrawCourseImage(1); }), " 6 #FFFF00"), 0) << marks;
+    }
 }
 
 TEST_F(CourseMap, TheUniformColourIsYellowInTheDarkSchemeAndMagentaInTheLightOne) {
@@ -354,4 +375,190 @@ TEST_F(CourseMap, FuelIsCountedByPulsesPerLap) {
     showChannel[0][chAUX1] = 0;
     ShowFuelUsed();
     EXPECT_EQ(shown.back().text.find("total -     0 cc"), 0u);
+}
+
+TEST_F(CourseMap, TheImageIsOutlineThenDotsThenTheFinishPoint) {
+    const std::string lines = Record([] { RedrawCourseImage(1); });
+    std::vector<std::string> kinds;  // of following operations, equal neighbours told once
+    std::istringstream text(lines);
+    for (std::string line; std::getline(text, line);) {
+        int x, y, radius;
+        if (std::sscanf(line.c_str(), "DrawCircle %d %d %d", &x, &y, &radius) == 3) line = "circles " + std::to_string(radius);
+        if (kinds.empty() || kinds.back() != line) kinds.push_back(line);
+    }
+    EXPECT_EQ(kinds, (std::vector<std::string>{"SetDrawTarget courseImage", "SetBlend 0 255", "ClearImageBlack courseImage", "circles 6",
+                                               "SetBlend 17 127", "circles 4", "SetBlend 0 255", "circles 7", "SetDrawTarget -2"}))
+        << lines;
+    EXPECT_EQ(Count(lines, " 6 #000000 1 1"), 41) << "the closing point too";
+    EXPECT_EQ(Count(lines, " 4 #FFFF00 1 1"), 41);
+}
+
+TEST_F(CourseMap, SlipsAreColouredFromMinus15To15Percent) {
+    struct Case { int front, rear, index; };
+    for (const Case& c : {Case{50, 300, 0}, Case{1000, 1000, 127}, Case{1000, 1100, 212}, Case{1000, 900, 42}, Case{1000, 2000, 255},
+                          Case{1000, 0, 0}, Case{51, 51, 127}}) {
+        SCOPED_TRACE(c.rear);
+        std::fill(VFW[0].begin(), VFW[0].end(), static_cast<uint16_t>(c.front));
+        std::fill(VRW[0].begin(), VRW[0].end(), static_cast<uint16_t>(c.rear));
+        courseColorChannel = 129;
+        EXPECT_EQ(DotColours(), std::vector<uint32_t>(41, ColorRamp[c.index]));
+    }
+}
+
+TEST_F(CourseMap, ThrottleIsInWholePercentAndAnIndexBelowTenIsGrey) {
+    GraphGrid_min[chTH] = 0;
+    GraphGrid_max[chTH] = 100;
+    struct Case { int tenths, index; };
+    for (const Case& c : {Case{39, 0}, Case{40, 10}, Case{500, 127}, Case{1000, 255}, Case{2000, 255}}) {
+        SCOPED_TRACE(c.tenths);
+        std::fill(TH[0].begin(), TH[0].end(), c.tenths);
+        courseColorChannel = 2;
+        EXPECT_EQ(DotColours(), std::vector<uint32_t>(41, ColorRamp[c.index]));
+    }
+}
+
+TEST_F(CourseMap, EachGearHasItsColourAndAChangeLeavesAGreyDot) {
+    constexpr int indices[] = {10, 61, 83, 163, 199, 255};  // of gears 1 to 6
+    for (int i = 500; i < 3000; i++) Ne[0][i] = 10000;      // before, the bike stands: gear 0
+    courseColorChannel = 130;
+    for (int gear = 1; gear <= 6; gear++) {
+        SCOPED_TRACE(gear);
+        for (int k = 0; k < 6; k++) gearLimit[0][k] = k < gear ? 2147483647 : 0;
+        ASSERT_EQ(GearPosition(0, 600), gear);
+        const std::vector<uint32_t> colours = DotColours();
+        for (int point = 0; point <= 20; point++) EXPECT_EQ(colours[point], ColorRamp[0]) << point;
+        EXPECT_EQ(colours[21], ColorRamp[indices[gear - 1]]);
+    }
+}
+
+TEST_F(CourseMap, RisesCompareHalfASecondAheadWithHalfASecondBehind) {
+    Debug = 1;
+    for (int i = 0; i < 3000; i++) VFW[0][i] = static_cast<uint16_t>(i < 500 ? 300 : 400);
+    courseColorChannel = 131;
+    const int sample = CoursePointToSample(0, 20);
+    ASSERT_EQ(sample, 500);
+    const std::vector<uint32_t> colours = DotColours();
+    // ahead 100 of 400; behind the sample itself of 400 and 99 of 300
+    EXPECT_EQ(colours[20], ColorRamp[(40000 / 100 - 30100 / 100) * 128 / 200 + 128]);
+    EXPECT_EQ(colours[5], ColorRamp[128]);
+}
+
+TEST_F(CourseMap, ARiseOfIndexZeroIsShownAsTwo) {
+    Debug = 1;
+    for (int i = 0; i < 3000; i++) VRW[0][i] = static_cast<uint16_t>(i < 500 ? 1000 : 797);
+    courseColorChannel = 132;
+    EXPECT_EQ((79700 / 100 - 99797 / 100) * 128 / 200 + 128, 0);
+    EXPECT_EQ(DotColours()[20], ColorRamp[2]);
+}
+
+TEST_F(CourseMap, TheGradientRunsAlongTheTrack) {
+    courseColorChannel = 255;
+    const std::vector<uint32_t> colours = DotColours();
+    ASSERT_EQ(colours.size(), 41u);
+    for (int point = 0; point <= 40; point++) EXPECT_EQ(colours[point], ColorRamp[point * 255 / 40]);
+    EXPECT_STREQ(courseCaption, "");
+}
+
+TEST_F(CourseMap, TheSecondFileColoursTheDotsToo) {
+    MakeLog(1);
+    courseColorFile = 1;
+    courseColorChannel = 1;
+    RedrawCourseImage(0);
+    EXPECT_STREQ(courseCaption, "File 2:Ne");
+}
+
+TEST_F(CourseMap, ALapOfZeroLengthStandsAtTheFinishLine) {
+    lapLength[0][1] = 0;
+    lapStart[0][1] = 0;
+    cursorPos[0] = 50000;
+    EXPECT_EQ(CoursePointToSample(0, 20), 0);
+    const std::string lines = Record(DrawCourseMap);
+    const int x = 600 + static_cast<int>(courseX[0] * 0.96f), y = 400 + static_cast<int>(courseY[0] * 0.96f);
+    EXPECT_EQ(Count(lines, "DrawBoxOutline " + std::to_string(x - 8) + " " + std::to_string(y - 8) + " "), 1) << lines;
+    courseColorChannel = 1;
+    RedrawCourseImage(0);
+}
+
+TEST_F(CourseMap, MarksBehindTheLogAndADistanceOutOfReachEndTheSearchAtItsLastSample) {
+    lapStart[0][1] = lapStart[0][2] = 4000000000u;
+    lapLength[0][1] = 4000000000u;
+    EXPECT_EQ(CoursePointToSample(0, 40), 40);
+    courseColorChannel = 3;
+    RedrawCourseImage(0);
+    lapStart[0][0] = 4000000000u;
+    EXPECT_EQ(CoursePointToSample(0, 30), 30);
+}
+
+TEST_F(CourseMap, InALogOf511LapsTheLastGroupOfMarksIsFound) {
+    lapCount[0] = 511;
+    for (int k = 1; k < 511; k++) lapStart[0][k] = static_cast<uint32_t>(k * 5);
+    FillLapEnd(0);
+    for (int marks : {1, 2, 3}) {
+        SCOPED_TRACE(marks);
+        MarksPerLap[0] = marks;
+        currentLap[0] = 511;
+        EXPECT_GE(CoursePointToSample(0, 40), 0);
+        DrawCourseMap();
+        courseColorChannel = 1;
+        RedrawCourseImage(0);
+    }
+}
+
+TEST_F(CourseMap, WithoutItsImageTheMapDrawsNothingAndSaysNothing) {
+    courseImage = noHandle;
+    EXPECT_EQ(Record([] { RedrawCourseImage(0); }), "");
+    DrawCourseMap();
+    EXPECT_TRUE(shown.empty());
+}
+
+TEST_F(CourseMap, AnImageThatCannotBeMadeIsToldWithDebugOnly) {
+    AllowImages(false);
+    RebuildResources();
+    EXPECT_EQ(courseImage, noHandle);
+    EXPECT_TRUE(shown.empty());
+    Debug = 1;
+    RebuildResources();
+    AllowImages(true);
+    int told = 0;
+    for (const Shown& entry : shown) told += entry.text == "Memory err cgh00" && entry.title == "ZRKA";
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(CourseMap, ASavedPictureCarriesItsNameAndTheLapsTime) {
+    QueueAnswer(Answer::path, folder.Path("my.map.bmp"));
+    currentLap[0] = 2;
+    const std::string lines = Record(SaveCourseMapImages);
+    const std::string right = std::to_string(512 - 9 * fontSize);
+    for (const char* suffix : {"_ne", "_th", "_vfw", "_fsus", "_rsus", "_Slip", "_gear"})
+        EXPECT_EQ(Count(lines, "DrawTextAt " + right + " 0 \"my.map" + suffix + "\""), 1) << suffix << lines.substr(lines.size() - 900);
+    EXPECT_EQ(Count(lines, "\"00'05.00\""), 7);
+    EXPECT_EQ(std::string(bmpFolder) + "my.map.bmp", folder.Path("my.map.bmp"));
+}
+
+TEST_F(CourseMap, InTheFirstLapASavedPictureShowsNoTime) {
+    QueueAnswer(Answer::path, folder.Path("map"));
+    EXPECT_EQ(Count(Record(SaveCourseMapImages), "\"00'00.00\""), 7);
+    EXPECT_TRUE(std::filesystem::exists(folder.path / "map_ne.bmp"));
+}
+
+TEST_F(CourseMap, FuelOfTwoFilesIsToldForThirtyLapsAtMost) {
+    MakeLog(1);
+    showChannel[0][chAUX1] = showChannel[1][chAUX1] = 1;
+    lapCount[1] = 60;
+    for (int k = 1; k < 60; k++) lapStart[1][k] = static_cast<uint32_t>(k * 40);
+    FillLapEnd(1);
+    for (int i = 0; i < 2400; i += 40) AUX1[1][i + 10] = 300;
+    ShowFuelUsed();
+    const std::string text = shown.back().text;
+    EXPECT_EQ(text.find("total -     0 cc  :     60 cc\n\nlap 0  -     0 cc  :     1 cc\n"), 0u);
+    EXPECT_EQ(Count(text, "lap "), 30);
+    EXPECT_EQ(Count(text, "lap 29  -     0 cc  :     1 cc\n"), 1);
+}
+
+TEST_F(CourseMap, MarksThatDoNotRiseDoNotHoldUpTheFuelOfTheLaps) {
+    showChannel[0][chAUX1] = 1;
+    lapStart[0][1] = lapStart[0][2] = 1000;
+    AUX1[0][2500] = 300;
+    ShowFuelUsed();
+    EXPECT_EQ(Count(shown.back().text, "lap 2  -     1 cc"), 1) << shown.back().text;
 }
