@@ -70,8 +70,12 @@ const char* SelectText(int table) {
 const char* LowerFileText() { return lowerFile == 2 ? "File3" : "File2"; }
 const char* PageText() { return statPage ? "Page 2" : "Page 1"; }
 
-// The row at a table position; positions past the table count as lapCount.
+// Sample 0 is no logged value.
+static bool HasData(int slot) { return sampleCount[slot] > 1; }
+
+// The row at a table position; positions past the table, and all without data, count as lapCount.
 static int RowAt(int slot, int line) {
+    if (!HasData(slot)) return lapCount[slot];
     const int position = firstRow[slot] + line * HeldMarksPerLap(slot);
     return position >= tablePositions ? lapCount[slot] : lapOrder[slot][position];
 }
@@ -166,9 +170,15 @@ static void WriteCell(LapCell& cell, int slot, int row, int line, int column) {
     cell.best = IsBest(slot, row, column);
 }
 
+static void BlankLines(int table) {
+    std::fill_n(&lapCells[table][0][0], averageLine * lapColumns, LapCell{});
+    std::fill_n(lineChecked[table], averageLine, 0);
+}
+
 void ShowLapTable(int table) {
     const int slot = TableSlot(table);
     CollectMarks(slot);
+    if (!HasData(slot)) BlankLines(table);
     for (int line = 0; line < lapLines; line++) {
         if (line < averageLine && RowAt(slot, line) >= lapCount[slot]) line = averageLine;
         const int row = line == averageLine ? lapCount[slot] : RowAt(slot, line);

@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <set>
 
 #include "analysis/lap_order.h"
 #include "analysis/lap_stats.h"
 #include "app/frame_loop.h"
 #include "graph/view_state.h"
+#include "settings/settings.h"
 #include "tests/analysis/random_log.h"
 #include "views/course_file.h"
 
@@ -36,11 +38,174 @@ TEST_F(LapTable, ALogWithoutMarksShowsTheWholeRunAndTheAverages) {
     EXPECT_EQ(Cell(0, averageLine, 0), "Avr.");
 }
 
-TEST_F(LapTable, WithoutDataAllRowsButTheAveragesAreBlankAfterTheFirst) {
+TEST_F(LapTable, WithoutDataAllRowsAreBlankButTheAverages) {
+    MakeRandomLog(1, 5000, EvenMarks(4, 1000));
+    ExpertMode = 2;
     OpenLapTable();
-    for (int line = 1; line < averageLine; line++) EXPECT_EQ(Cell(0, line, 1), "");
-    EXPECT_EQ(Cell(0, averageLine, 0), "Avr.");
-    EXPECT_EQ(Cell(0, averageLine, 1), "0");
+    ASSERT_NE(Cell(1, 0, 0), "");
+    ClickLowerFile();  // File 3 is empty as File 1 is
+    for (int table : {0, 1}) {
+        for (int line = 0; line < averageLine; line++) {
+            for (int column = 0; column < lapColumns; column++) EXPECT_EQ(Cell(table, line, column), "") << line;
+            EXPECT_EQ(lineChecked[table][line], 0);
+            EXPECT_EQ(ClickCell(table, line, 0), 0);
+        }
+        EXPECT_EQ(Cell(table, averageLine, 0), "Avr.");
+        EXPECT_EQ(Cell(table, averageLine, 1), "0");
+    }
+}
+
+TEST_F(LapTable, WithTwoOrThreeMarksAndAnOddCountTheMarksLeftOverAreNoLap) {
+    for (int marks : {2, 3}) {
+        SCOPED_TRACE(marks);
+        MakeRandomLog(0, 9000, EvenMarks(6, 1000));  // 7 stretches: the last is left over
+        MarksPerLap[0] = marks;
+        std::fill(std::begin(lapChecked[0]), std::end(lapChecked[0]), 1);
+        keepOn = 1;
+        OpenLapTable();
+        for (int line = 0; line < 7 / marks; line++) {
+            const uint32_t samples = lapStart[0][(line + 1) * marks] - lapStart[0][line * marks];
+            char text[16];
+            std::snprintf(text, sizeof text, "00'%05.2f", samples / 200.0);
+            EXPECT_EQ(Cell(0, line, 0), text);
+            EXPECT_NE(Cell(0, line, 2), "0");
+        }
+        EXPECT_EQ(lapStats[0].lapTime[6], noLapTime);
+        EXPECT_EQ(lapStats[0].maxNe[6], 0);
+        for (int key = 1; key <= lapColumns; key++) {
+            ClickHeader(0, key - 1);
+            std::set<int> rows;
+            for (int position = 0; position < 7; position += marks) rows.insert(lapOrder[0][position]);
+            EXPECT_EQ(rows.size(), static_cast<size_t>(6 / marks + 1)) << "sorting loses no row";
+        }
+    }
+}
+
+TEST_F(LapTable, LogsWith510And511MarksAreShownToTheirLastLap) {
+    for (int marks : {509, 510}) {
+        SCOPED_TRACE(marks);
+        MakeRandomLog(0, 6000, EvenMarks(marks, 10));
+        OpenLapTable();
+        ScrollTable(0, ScrollAction::thumb, marks - 1);
+        EXPECT_EQ(Cell(0, 0, 0), "00'00.05");
+        char text[16];
+        std::snprintf(text, sizeof text, "00'%05.2f", (6000 - marks * 10) / 200.0);
+        EXPECT_EQ(Cell(0, 1, 0), text) << "the last lap";
+        EXPECT_EQ(Cell(0, averageLine, 0), "Avr.");
+        ClickSectorTimes();
+        EXPECT_EQ(Cell(0, 1, 0), text);
+        ClickSelect(0);
+        ClickHeader(0, 2);
+        for (int line = 0; line < averageLine; line++) EXPECT_NE(Cell(0, line, 0), "");
+    }
+}
+
+TEST_F(LapTable, ALapOfZeroLengthShowsNoTimeAndItsStartValues) {
+    MakeRandomLog(0, 4000, {1000, 1000, 2000, 3000});
+    OpenLapTable();
+    EXPECT_EQ(Cell(0, 1, 0), "00'00.00");
+    EXPECT_EQ(Cell(0, 1, 6), "  0.0");
+    EXPECT_FALSE(lapCells[0][1][0].best);
+    ClickSectorTimes();
+    EXPECT_EQ(Cell(0, 1, 2), "-");
+    EXPECT_EQ(ClickCell(0, 1, 0), 1);
+    EXPECT_EQ(jumpTarget[0], 1000);
+}
+
+TEST_F(LapTable, FormatsAndHeadersOfEveryColumnAreThoseOfTheirPage) {
+    struct Column { const char* header; double value; const char* format; };
+    MakeRandomLog(0, 6000, EvenMarks(5, 1000), 3);
+    for (int input = 0; input < 2; input++) {
+        lafDivider[0][input] = 1 + input;
+        auxDivider[0][input] = 3 + input;
+        analog[0][input].type = analog[0][2 + input].type = input;  // type 1 has two decimals
+    }
+    const LapStats& s = lapStats[0];
+    const auto at = [](const auto& channel, const int* samples) { return static_cast<double>(channel[0][samples[1]]); };
+    OpenLapTable();
+    const Column pages[2][12] = {
+        {{"   min     Ne", at(Ne, s.minNeAt), "%.0f"},         {"   max    Ne", at(Ne, s.maxNeAt), "%.0f"},
+         {" max  VFW", at(VFW, s.maxVFWAt) * 0.1, "%5.1f"},    {" max  VRW", at(VRW, s.maxVRWAt) * 0.1, "%5.1f"},
+         {" max  FSUS", at(FSUS, s.maxFSUSAt) * 0.01, "%5.1f"}, {" avr  FSUS", s.avrFSUS[1] * 0.01, "%5.1f"},
+         {" max  RSUS", at(RSUS, s.maxRSUSAt) * 0.01, "%5.1f"}, {" avr  RSUS", s.avrRSUS[1] * 0.01, "%5.1f"},
+         {" min  SLIP", s.minSlip[1], "%5.1f"},                 {" max  SLIP", s.maxSlip[1], "%5.1f"},
+         {" min  AUX1", at(AUX1, s.minAUX1At) * 3 * 0.01, "%5.1f"}, {" max  AUX1", at(AUX1, s.maxAUX1At) * 3 * 0.01, "%5.1f"}},
+        {{" min  LAF1", at(LAF1, s.minLAF1At) * 0.01, "%5.1f"}, {" max  LAF1", at(LAF1, s.maxLAF1At) * 0.01, "%5.1f"},
+         {" min  LAF2", at(LAF2, s.minLAF2At) * 2 * 0.01, "%5.2f"}, {" max  LAF2", at(LAF2, s.maxLAF2At) * 2 * 0.01, "%5.2f"},
+         {" max VFSUS", at(VFSus, s.maxVFSusAt), "%5.0f"},      {" min VFSUS", at(VFSus, s.minVFSusAt), "%5.0f"},
+         {" max VRSUS", at(VRSus, s.maxVRSusAt), "%5.0f"},      {" min VRSUS", at(VRSus, s.minVRSusAt), "%5.0f"},
+         {"", 0, nullptr},                                      {"", 0, nullptr},
+         {" min  AUX2", at(AUX2, s.minAUX2At) * 4 * 0.01, "%5.2f"}, {" max  AUX2", at(AUX2, s.maxAUX2At) * 4 * 0.01, "%5.2f"}}};
+    for (const auto& page : pages) {
+        for (int column = 1; column <= 12; column++) {
+            const Column& wanted = page[column - 1];
+            SCOPED_TRACE(wanted.header);
+            char text[32] = "";
+            if (wanted.format) std::snprintf(text, sizeof text, wanted.format, wanted.value);
+            EXPECT_STREQ(lapHeaders[0][column], wanted.header);
+            EXPECT_EQ(Cell(0, 1, column), text);
+        }
+        ClickPage();
+    }
+}
+
+TEST_F(LapTable, TheLineOfTheAveragesShowsTheMeansInTheSameFormats) {
+    MakeRandomLog(0, 5000, EvenMarks(4, 1000), 8);
+    neFactor[0] = 0.5f;
+    auxDivider[0][0] = 2;
+    analog[0][2].type = 0;
+    OpenLapTable();
+    const LapStats& s = lapStats[0];
+    const int row = lapCount[0];
+    const auto expect = [&](int column, const char* format, double value) {
+        char text[32];
+        std::snprintf(text, sizeof text, format, value);
+        EXPECT_EQ(Cell(0, averageLine, column), text) << column;
+    };
+    expect(2, "%.0f", static_cast<int>(s.maxNeAt[row] * 0.5f));
+    expect(3, "%5.1f", s.maxVFWAt[row] * 0.1);
+    expect(5, "%5.1f", s.maxFSUSAt[row] * 0.01);
+    expect(6, "%5.1f", s.avrFSUS[row] * 0.01);
+    expect(10, "%5.1f", s.maxSlipAt[row] * 0.01);
+    expect(12, "%5.1f", s.maxAUX1At[row] * 2 * 0.01);
+    ClickPage();
+    expect(5, "%5.0f", s.maxVFSusAt[row]);
+}
+
+TEST_F(LapTable, ColumnsNineAndTenOfPageTwoAndDashesBehindTheSectorsAreNeverRed) {
+    MakeRandomLog(0, 5000, EvenMarks(4, 1000));
+    OpenLapTable();
+    ClickPage();
+    for (int line = 0; line < lapLines; line++)
+        for (int column : {9, 10}) EXPECT_FALSE(lapCells[0][line][column].best);
+    ClickSectorTimes();
+    for (int line = 0; line < lapLines; line++)
+        for (int column = 8; column < lapColumns; column++) EXPECT_FALSE(lapCells[0][line][column].best);
+}
+
+TEST_F(LapTable, AnOpenedTableStartsOnPageOneUnsortedWithFileTwoBelow) {
+    MakeRandomLog(0, 5000, EvenMarks(4, 1000));
+    MakeRandomLog(2, 5000, EvenMarks(4, 1000));
+    ExpertMode = 2;
+    OpenLapTable();
+    ClickLowerFile();
+    ClickPage();
+    ClickHeader(0, 5);
+    ClickSelect(0);
+    ClickSectorTimes();
+    OpenLapTable();
+    EXPECT_EQ(lowerFile, 1);
+    EXPECT_EQ(statPage, 0);
+    EXPECT_EQ(sectorView, 0);
+    EXPECT_EQ(sortKey[0], 0);
+    EXPECT_STREQ(SelectText(0), "Select");
+}
+
+TEST_F(LapTable, TheExportLeavesToTheNormalGraphs) {
+    graphPositionOn = afMapOn = 1;
+    LeaveForCsvOutput();
+    EXPECT_EQ(graphPositionOn, 0);
+    EXPECT_EQ(afMapOn, 0);
 }
 
 TEST_F(LapTable, EveryCellOfPageOneIsTheValueAtTheSampleOfTheExtreme) {
