@@ -10,7 +10,10 @@
 #include "cli/console.h"
 #include "cli/session.h"
 #include "graph/view_state.h"
+#include "platform/files.h"
 #include "run_data/run_store.h"
+#include "settings/settings.h"
+#include "views/course_file.h"
 
 constexpr int highestSortKey = lapColumns;
 constexpr int highestRow     = 511;  // of the check flags
@@ -73,6 +76,11 @@ static int ReadRequest(const Invocation& invocation, LapsRequest& request) {
 static void CheckRows(int slot, const std::vector<int>& rows) {
     std::fill(std::begin(lapChecked[slot]), std::end(lapChecked[slot]), 0);
     for (const int row : rows) lapChecked[slot][row] = 1;
+}
+
+// The sector times are taken by the course. Kept silent: a folder without one has nothing to tell about laps.
+static void LoadCourseAtHand() {
+    if (FileExists((std::string(ProgramFolder()) + CourseFile_name).c_str())) LoadCourse();
 }
 
 // Opens the table as its dialog does and presses what the request asks for.
@@ -139,6 +147,7 @@ int RunLaps(const Invocation& invocation) {
     if (const int status = ReadRequest(invocation, request); status != exitDone) return status;
     const std::vector<std::string> paths = OperandPaths(invocation);
     if (const int status = BeginSession(invocation); status != exitDone) return status;
+    LoadCourseAtHand();
     const int loaded = LoadLogs(invocation, paths);
     OpenTable(request);
     std::string text;

@@ -27,6 +27,8 @@
 #include "run_data/setup_values.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
+#include "views/course_file.h"
+#include "views/course_image.h"
 
 void AppendQuoted(std::string& text, std::string_view bytes) {
     text += '"';
@@ -99,6 +101,17 @@ static void AppendCurve(std::string& line, int slot) {
 
 static bool ToolbarOpen() { return ToolbarWindowHandle() != nullptr; }
 
+// One field of the lap statistics, all rows.
+template <auto field>
+static void AppendStat(std::string& line, int slot) {
+    Append(line, lapStats[slot].*field);
+}
+// The chain up to its closing point.
+template <auto& array>
+static void AppendCourse(std::string& line, int) {
+    for (int point = 0; point <= coursePointCount; point++) Append(line, array[point]);
+}
+
 // Index, row and column of File 1 and of File 2.
 static void AppendMemoCursors(std::string& line, int) {
     for (const MemoCursor& cursor : memoCursor)
@@ -109,6 +122,8 @@ static void AppendMemoCursors(std::string& line, int) {
 #define SLOTS(global) SLOTS_AS(#global, global)
 #define ONE_AS(name, global) {name, 1, AppendWhole<global>}
 #define ONE(global) ONE_AS(#global, global)
+#define STAT(field) {#field, fileSlots, AppendStat<&LapStats::field>}
+#define EXTREME(field) STAT(field), {#field "_at", fileSlots, AppendStat<&LapStats::field##At>}
 
 static constexpr Value values[] = {
     // Run store.
@@ -155,6 +170,10 @@ static constexpr Value values[] = {
     // Lap table and simulation.
     SLOTS(lapChecked), SLOTS(lapOrder), SLOTS(firstRow), SLOTS(sortKey), SLOTS(selectState), SLOTS(bestLap), SLOTS(secondLap),
     SLOTS(bestSector), SLOTS(secondSector), ONE(statPage), ONE(sectorView), ONE(lowerFile),
+    EXTREME(minNe), EXTREME(maxNe), EXTREME(maxVFW), EXTREME(maxVRW), EXTREME(maxFSUS), EXTREME(maxRSUS), STAT(avrFSUS),
+    STAT(avrRSUS), EXTREME(minSlip), EXTREME(maxSlip), EXTREME(minAUX1), EXTREME(maxAUX1), EXTREME(minAUX2), EXTREME(maxAUX2),
+    EXTREME(minLAF1), EXTREME(maxLAF1), EXTREME(minLAF2), EXTREME(maxLAF2), EXTREME(maxVFSus), EXTREME(minVFSus),
+    EXTREME(maxVRSus), EXTREME(minVRSus), STAT(lapTime), STAT(sectorTime),
     ONE_AS("keepSelection", keepOn), ONE(simFront), ONE(simRear), ONE(simTireLength),
 
     // Input.
@@ -171,7 +190,11 @@ static constexpr Value values[] = {
     ONE_AS("Curse_X", courseCenterX), ONE_AS("Curse_Y", courseCenterY), ONE_AS("Curse_Z", courseZoom), ONE_AS("MC_X", bodyX),
     ONE_AS("MC_Y", bodyY), ONE_AS("MC_Z", bodyZoom), ONE_AS("Meter_X", meterX), ONE_AS("Meter_Y", meterY),
     ONE_AS("Meter_Z", meterZoom), ONE_AS("Susgram_X", histX), ONE_AS("Susgram_Y", histY), ONE_AS("Susgram_Z", histZoom),
-    ONE(courseColorChannel), ONE(courseColorFile), ONE(courseOffset),
+
+    // Course.
+    ONE(coursePointCount), ONE(courseOffset), {"courseX", 1, AppendCourse<courseX>}, {"courseY", 1, AppendCourse<courseY>},
+    {"courseLen", 1, AppendCourse<courseLen>}, SLOTS(sectorMark), ONE(courseColorChannel), ONE(courseColorFile),
+    ONE(courseCaption),
 
     // Settings.
     ONE(dataFolder), ONE_AS("Data", dataFolder), ONE(bmpFolder), ONE_AS("BMP", bmpFolder),

@@ -1,6 +1,7 @@
 // The command laps: what it prints is what the lap table holds.
 #include <gtest/gtest.h>
 
+#include <set>
 #include <sstream>
 
 #include "analysis/lap_stats.h"
@@ -90,6 +91,35 @@ TEST_F(CliLaps, CellsOfPageOneAreTheNumbers) {
         EXPECT_EQ(cells[2], Column(numbers, "maxNe")[row]);
         EXPECT_DOUBLE_EQ(std::stod(cells[3]) * 10, std::stod(Column(numbers, "maxVFW")[row]));
         EXPECT_NEAR(std::stod(cells[6]), std::stod(Column(numbers, "avrFSUS")[row]) * 0.01, 0.051);
+    }
+}
+
+TEST_F(CliLaps, SectorsAreThoseOfTheCourseAndTheBoundariesInTheFolder) {
+    EXPECT_EQ(Split(Lines({"--table", "sectors", log})[1], '\t')[2].front(), '-') << "without a course";
+    folder.Write("sorrel.crs", MakeCourse("sorrel"));
+    folder.Write("Sector.ini", "[sorrel.crs]\nSec1=300\nSec2=600\n");
+    const std::vector<std::string> cells = Split(Lines({"--table", "sectors", log})[1], '\t');
+    double sum = 0;
+    for (int column = 1; column <= 3; column++) sum += std::stod(cells[column]);
+    EXPECT_NEAR(sum, std::stod(cells[0].substr(0, 2)) * 60 + std::stod(cells[0].substr(3)), 0.5);
+    EXPECT_EQ(cells[4].front(), '-');
+    const std::vector<std::string> numbers = Lines({log});
+    EXPECT_NEAR(std::stod(Column(numbers, "sectorTime1")[1]) * 0.005, std::stod(cells[2]), 0.0051);
+    EXPECT_EQ(Column(numbers, "sectorTime3")[1], "2147483647");
+}
+
+TEST_F(CliLaps, EverySortKeyOfEveryTableOrdersItsColumnAndKeepsTheLaps) {
+    for (const char* table : {"page1", "page2", "sectors"}) {
+        std::multiset<std::string> laps;
+        for (int key = 0; key <= 13; key++) {
+            SCOPED_TRACE(std::string(table) + std::to_string(key));
+            const std::vector<std::string> lines = Lines({"--table", table, "--sort", std::to_string(key), log});
+            ASSERT_EQ(lines.size(), 8u);
+            std::multiset<std::string> times;
+            for (const std::string& line : lines) times.insert(Split(line, '\t')[0]);
+            if (key == 0) laps = times;
+            EXPECT_EQ(times, laps);
+        }
     }
 }
 

@@ -3,14 +3,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <set>
 
+#include "analysis/lap_stats.h"
 #include "app/frame_loop.h"
 #include "graph/view_state.h"
 #include "run_data/run_store.h"
 #include "settings/settings.h"
 #include "tests/cli/cli_run.h"
+#include "views/course_file.h"
 
 namespace {
 
@@ -66,6 +69,33 @@ TEST_F(CliValues, LapTablesEndWithTheirLastUsedEntries) {
     std::string text;
     AppendSlotText(text, 0);
     EXPECT_NE(text.find("\nlapStart 0 5 9 9 9\nlapLength 0 0 4\n"), std::string::npos) << text;
+}
+
+TEST_F(CliValues, TheCourseEndsWithItsClosingPointAndBoundariesAreARowPerFile) {
+    coursePointCount = 2;
+    courseX[0] = courseX[2] = 1.5f;
+    courseX[1] = -3;
+    sectorMark[1][1] = 40;
+    EXPECT_EQ(Line("courseX"), "courseX 1.5 -3 1.5\n");
+    EXPECT_EQ(Line("courseLen"), "courseLen 0 0 0\n");
+    EXPECT_EQ(Line("sectorMark"), "sectorMark 0 5000 5000 5000 5000 5000 5000 5000 5000 0 40 5000 5000 5000 5000 5000 5000 5000 "
+                                  "0 5000 5000 5000 5000 5000 5000 5000 5000\n");
+    EXPECT_EQ(Line("courseCaption"), "courseCaption \"\"\n");
+}
+
+TEST_F(CliValues, EveryFieldOfTheLapStatisticsHasItsRows) {
+    lapStats[0].maxVFW[1] = 2500;
+    lapStats[0].maxVFWAt[1] = 77;
+    lapStats[1].minSlip[0] = -1.5f;
+    EXPECT_EQ(Line("maxVFW").rfind("maxVFW 0 2500 0 ", 0), 0u);
+    EXPECT_EQ(Line("maxVFW_at").rfind("maxVFW_at 0 77 0 ", 0), 0u);
+    const std::string slips = Line("minSlip");
+    EXPECT_EQ(std::count(slips.begin(), slips.end(), ' '), 3 * lapTableSize);
+    EXPECT_NE(slips.find(" -1.5 "), std::string::npos);
+    for (const StatColumn& column : statColumns) {
+        EXPECT_TRUE(FindValue(column.name)) << column.name;
+        EXPECT_EQ(FindValue(std::string(column.name) + "_at") != nullptr, column.at != nullptr) << column.name;
+    }
 }
 
 TEST_F(CliValues, AnalogCurvesArePairs) {
