@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <set>
 
@@ -91,6 +93,15 @@ TEST(SampleCourse, OnlyTansyHasSectorBoundaries) {
         EXPECT_EQ(points.size(), 900u + markers) << name;
     }
     EXPECT_LT(ReadCourse(MakeCourse("tansy", 3))[0].x, 1024);  // the first line is always a point
+}
+
+TEST(SampleCourse, TheCoursesThatComeWithTheProgramAreThoseOfTheBike) {
+    for (const std::string& name : CourseNames()) {
+        std::ifstream file(SourceFolder() + "/resources/data/" + name + ".crs", std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        EXPECT_EQ(text, MakeCourse(name)) << name;
+    }
+    EXPECT_GE(CourseNames().size(), 4u);
 }
 
 TEST(SampleCourse, PointsAreHeldBetween3And2999) {
