@@ -78,12 +78,19 @@ static std::wstring BesideTheTests(const std::string& name) {
     return path.substr(0, path.find_last_of(L"\\/") + 1) + Wide(name);
 }
 
-static bool StartProcess(const std::wstring& program, const std::vector<std::string>& arguments, PROCESS_INFORMATION& process) {
+// `output`: where it prints to, when not to the console.
+static bool StartProcess(const std::wstring& program, const std::vector<std::string>& arguments, PROCESS_INFORMATION& process,
+                         HANDLE output = nullptr) {
     std::wstring command = L"\"" + program + L"\"";
     for (const std::string& argument : arguments) command += L" \"" + Wide(argument) + L"\"";
     STARTUPINFOW start = {};
     start.cb = sizeof start;
-    return CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process);
+    if (output) {
+        start.dwFlags = STARTF_USESTDHANDLES;
+        start.hStdOutput = output;
+        start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
+    }
+    return CreateProcessW(nullptr, command.data(), nullptr, nullptr, output != nullptr, 0, nullptr, nullptr, &start, &process);
 }
 
 static int WaitForExit(const PROCESS_INFORMATION& process) {
@@ -108,6 +115,25 @@ int RunTool(const std::string& name, const std::vector<std::string>& arguments) 
     const int code = WaitForExit(process);
     End(process);
     return code;
+}
+
+std::string ToolOutput(const std::string& name, const std::vector<std::string>& arguments) {
+    const std::wstring path =
+        std::filesystem::temp_directory_path().wstring() + L"zrka_output_" + std::to_wstring(GetCurrentProcessId());
+    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+    const HANDLE output = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0, nullptr);
+    PROCESS_INFORMATION process = {};
+    const int code = StartProcess(BesideTheTests(name), arguments, process, output) ? WaitForExit(process) : -1;
+    End(process);
+    CloseHandle(output);
+    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    file.close();
+    DeleteFileW(path.c_str());
+    EXPECT_EQ(code, 0) << name;
+    if (code != 0) return "";
+    std::erase(text, '\r');
+    return text;
 }
 
 Program::Program(const char* executable) {

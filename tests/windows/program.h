@@ -70,6 +70,8 @@ struct Program {
 
 // Runs one of the executables beside the tests to its end; the exit code, or -1 when it does not end.
 int RunTool(const std::string& name, const std::vector<std::string>& arguments);
+// What it prints on the way, lines ended by a bare line feed; "" when it fails.
+std::string ToolOutput(const std::string& name, const std::vector<std::string>& arguments);
 
 // Controls of a dialog, by id.
 std::string WindowText(HWND window);
