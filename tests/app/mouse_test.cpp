@@ -1,5 +1,6 @@
 // Hit tests, the three buttons and the wheel: every row of their tables.
 #include <cstring>
+#include <vector>
 
 #include "app/input_parts.h"
 #include "tests/app/input_fixture.h"
@@ -551,6 +552,58 @@ TEST_F(Mouse, TimeZoomIsHeldBetweenATenthAnd200) {
     MoveMouse(600, 0);
     Step(200);
     EXPECT_EQ(timeScale, 0.1);
+}
+
+// --- anywhere ----------------------------------------------------------------------------------------------------------------------
+
+void ExpectHeldRanges() {
+    for (int slot = 0; slot < fileSlots; slot++) {
+        EXPECT_GE(jumpTarget[slot], -1);
+        EXPECT_LE(jumpTarget[slot], sampleCount[slot]);
+        EXPECT_GE(cursorPos[slot], 0);
+        EXPECT_LT(cursorPos[slot], sampleCount[slot] * 100);
+        EXPECT_GE(lapViewOffset[slot], 0);
+        EXPECT_LT(lapViewOffset[slot], lapCount[slot]);
+    }
+    EXPECT_GE(timeScale, 0.001);
+    EXPECT_LE(timeScale, 200000.0);
+    EXPECT_TRUE(viewZoomGoal >= 10000 && viewZoomGoal <= 80000);
+    EXPECT_TRUE(mouseX >= 0 && mouseX < clientWidth && mouseY >= 0 && mouseY < clientHeight);
+    EXPECT_TRUE(scrollY >= 0 && scrollY <= 80000);
+    EXPECT_TRUE(lapHover >= 0 && lapHover <= 4 && panelHover >= 0 && panelHover <= 3 && widgetHover <= 7);
+}
+
+// A log without laps, one with as many as a log can have, and an empty slot.
+TEST_F(Mouse, PressesAndDragsAnywhereLeaveEveryValueInItsRange) {
+    FillSlot(0, 10);
+    std::vector<uint32_t> marks;
+    for (uint32_t mark = 1; mark < 510; mark++) marks.push_back(mark * 3);
+    FillSlot(1, 2000);
+    SetMarks(1, marks);
+    ResetSlot(2);
+    AnimeMode = BodyDisplay = SusgramDisplay = scrollBarOn = 1;
+    Debug = 1;
+    courseCenterX = 800, courseCenterY = 300;
+    constexpr int sizes[][2] = {{1000, 700}, {333, 200}, {40, 900}, {7, 7}, {1, 1}};
+    uint32_t random = 1;
+    const auto below = [&random](int limit) { return static_cast<int>((random = random * 1664525 + 1013904223) >> 8) % limit; };
+    for (const auto& size : sizes)
+        for (int level : {0, 1, 2})
+            for (int pass = 0; pass < 400; pass++) {
+                SCOPED_TRACE(testing::Message() << size[0] << " x " << size[1] << " level " << level << " pass " << pass);
+                ScriptClientSize(size[0], size[1]);
+                ReadClientSize();
+                ExpertMode = level;
+                if (pass % 5 == 0) ScriptButtons(static_cast<uint32_t>(below(32)));
+                ScriptHold(below(3) == 0, below(3) == 0);
+                MoveMouse(below(size[0] * 2) - size[0] / 2, below(size[1] * 2) - size[1] / 2);
+                ScriptWheel(below(5) - 2);
+                ScriptHWheel(below(500) - 250);
+                Step();
+                lapViewOffset[1] = below(lapCount[1]);
+                ExpectHeldRanges();
+                if (HasFailure()) return;
+            }
 }
 
 // --- middle button and wheel --------------------------------------------------------------------------------------------------------
