@@ -45,14 +45,16 @@ static void SetPlay(bool on) {
 
 // The map is started from the analysis tools, and left here.
 static void SwitchAfMap(bool) {
+    int next = 0;  // the dialog that takes the tools' place
     if (ButtonChecked(buttonAfMap))
         afMapOn = 0;
     else
-        OpenDialog(dialogAnalysisTools);
+        next = OpenDialog(dialogAnalysisTools);
     graphPositionOn = 0;
     rulerFade = 5;
     ShowModeButtons();
     CheckButton(buttonGraphs, true);
+    if (next != 0) OpenDialog(next);
 }
 
 struct CommandRow {

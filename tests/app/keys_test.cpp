@@ -192,6 +192,16 @@ TEST_F(Keys, ArrowsTurnTheCourseInGraphPosition) {
     EXPECT_EQ(jumpTarget[0], -1);
 }
 
+TEST_F(Keys, ATurnedCourseIsDrawnAnew) {
+    graphPositionOn = 1;
+    for (int key : {arrowRight, arrowLeft, arrowUp, arrowDown, int{'z'}}) {
+        SCOPED_TRACE(key);
+        courseOffset = 50;
+        ScriptChar(key);
+        EXPECT_TRUE(Contains(Recorded(ReadInput), "SetDrawTarget courseImage"));
+    }
+}
+
 TEST_F(Keys, ArrowsMoveTheLafDelayInTheAfMap) {
     afMapOn = 1;
     lafDelay = 195;
@@ -570,6 +580,13 @@ TEST_F(Keys, TheAnalysisToolsOpenWithNothingHeld) {
     dragKind = 2;
     Press('d');
     EXPECT_EQ(heldThen, 0);
+}
+
+TEST_F(Keys, TheDialogThatTakesTheAnalysisToolsPlaceFollowsThem) {
+    SetDialogHandler([](int id, int) { return id == dialogAnalysisTools ? dialogCsvRange : 0; });
+    Press('d');
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(shown[1].title, std::to_string(dialogCsvRange));
 }
 
 TEST_F(Keys, AnAfMapStartedInTheAnalysisToolsStays) {

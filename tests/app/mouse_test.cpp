@@ -487,6 +487,19 @@ TEST_F(Mouse, TheCourseMapTakesItsRightPress) {
     EXPECT_EQ(zoomDragOn, 0);
 }
 
+TEST_F(Mouse, EveryRightPressOnTheCourseMapZoomsFromItsOwnPlace) {
+    courseCenterX = 600, courseCenterY = 300;
+    courseZoom = 1.0f;
+    Click(right, 600, 400);
+    MoveMouse(600, 390);
+    Step();
+    const float zoom = courseZoom;
+    EXPECT_GT(zoom, 1.0f);
+    Release();
+    Click(right, 600, 200);
+    EXPECT_EQ(courseZoom, zoom) << "the way between two presses is no zoom";
+}
+
 TEST_F(Mouse, RightLowersTheAfBand) {
     afMapOn = 1;
     afLow = 1250;

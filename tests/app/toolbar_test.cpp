@@ -258,6 +258,12 @@ TEST_F(Toolbar, Button1117OpensTheAnalysisToolsAndShowsWhatWasStartedThere) {
     ExpectModeButtons(false, true, false, true);
 }
 
+TEST_F(Toolbar, Button1117OpensTheDialogThatTakesTheToolsPlace) {
+    SetDialogHandler([](int id, int) { return id == dialogAnalysisTools ? dialogCsvRange : 0; });
+    ScriptToolPress(1117, false);
+    EXPECT_EQ(DialogsShown(), "dialog 1023;dialog 1028;");
+}
+
 // --- layout cycle ---------------------------------------------------------------------------------------------------------
 
 TEST_F(Toolbar, Button1035LaysTheSpeedsOverEachOtherThenFitsThenTakesTheStandard) {
