@@ -35,9 +35,7 @@ struct StreamChannel {
 };
 
 struct Decoder {
-    int slot, sample, marks;
-    CodeStream stream;
-    StreamCode code;  // the next one
+    int slot, marks;
     StreamChannel ne, vfw, vrw, th, vb, fsus, rsus, laf1, laf2, spare1, spare2, lap;
 };
 
@@ -104,57 +102,67 @@ bool Due(StreamChannel& channel) {
     return true;
 }
 
+// The walk along the stream; a local of the loop, so that it stays in registers.
+struct Walk {
+    int sample;
+    CodeStream stream;
+    StreamCode code;  // the next one
+};
+
 // Each of the following takes one channel through the sample at hand. False when the stream ends.
 
 // A channel whose values stand in the stream divided by `unit`. A code is for the next sample.
-bool TakeValue(Decoder& d, StreamChannel& channel, uint16_t* samples, int unit) {
+[[gnu::always_inline]] inline bool TakeValue(Walk& w, StreamChannel& channel, uint16_t* samples, int unit) {
     if (channel.period == 0) return true;
     const bool due = Due(channel);
-    if (due) channel.value = WrapU16((d.code.absolute ? 0 : channel.value) + d.code.value * unit);
-    if (d.sample + 1 < channel.held) samples[d.sample + 1] = static_cast<uint16_t>(channel.value);
-    return !due || NextCode(d.stream, d.code);
+    if (due) channel.value = WrapU16((w.code.absolute ? 0 : channel.value) + w.code.value * unit);
+    if (w.sample + 1 < channel.held) samples[w.sample + 1] = static_cast<uint16_t>(channel.value);
+    return !due || NextCode(w.stream, w.code);
 }
 
 // A channel of raw readings, which are as wide as the samples.
 template <class T>
-bool TakeReading(Decoder& d, StreamChannel& channel, T* samples) {
+[[gnu::always_inline]] inline bool TakeReading(Walk& w, StreamChannel& channel, T* samples) {
     if (channel.period == 0) return true;
-    samples[d.sample] = static_cast<T>(channel.stored);
+    samples[w.sample] = static_cast<T>(channel.stored);
     if (!Due(channel)) return true;
-    const int64_t raw = int64_t{d.code.absolute ? 0 : channel.value} + d.code.value;
+    const int64_t raw = int64_t{w.code.absolute ? 0 : channel.value} + w.code.value;
     channel.value = static_cast<T>(raw);
     channel.stored = ConvertReading(channel, channel.value);
-    return NextCode(d.stream, d.code);
+    return NextCode(w.stream, w.code);
 }
 
-bool TakeSpare(Decoder& d, StreamChannel& channel) {
-    return channel.period == 0 || !Due(channel) || NextCode(d.stream, d.code);
+[[gnu::always_inline]] inline bool TakeSpare(Walk& w, StreamChannel& channel) {
+    return channel.period == 0 || !Due(channel) || NextCode(w.stream, w.code);
 }
 
-void StoreMark(Decoder& d, int samplesAgo) {
+void StoreMark(Decoder& d, int sample, int samplesAgo) {
     if (samplesAgo <= 0 || d.marks >= lapMarkLimit) return;
-    lapStart[d.slot][d.marks++] = static_cast<uint32_t>(std::max(0, d.sample - samplesAgo));
+    lapStart[d.slot][d.marks++] = static_cast<uint32_t>(std::max(0, sample - samplesAgo));
 }
 
-bool TakeChannels(Decoder& d) {
+[[gnu::always_inline]] inline bool TakeChannels(Decoder& d, Walk& w) {
     const int s = d.slot;
-    return TakeValue(d, d.ne, Ne[s].data(), 20) && TakeValue(d, d.vfw, VFW[s].data(), 10) &&
-           TakeValue(d, d.vrw, VRW[s].data(), 10) && TakeReading(d, d.th, TH[s].data()) &&
-           TakeValue(d, d.vb, VB[s].data(), 10) && TakeReading(d, d.fsus, FSUS[s].data()) &&
-           TakeReading(d, d.rsus, RSUS[s].data()) && TakeReading(d, d.laf1, LAF1[s].data()) &&
-           TakeReading(d, d.laf2, LAF2[s].data()) && TakeSpare(d, d.spare1) && TakeSpare(d, d.spare2);
+    return TakeValue(w, d.ne, Ne[s].data(), 20) && TakeValue(w, d.vfw, VFW[s].data(), 10) &&
+           TakeValue(w, d.vrw, VRW[s].data(), 10) && TakeReading(w, d.th, TH[s].data()) &&
+           TakeValue(w, d.vb, VB[s].data(), 10) && TakeReading(w, d.fsus, FSUS[s].data()) &&
+           TakeReading(w, d.rsus, RSUS[s].data()) && TakeReading(w, d.laf1, LAF1[s].data()) &&
+           TakeReading(w, d.laf2, LAF2[s].data()) && TakeSpare(w, d.spare1) && TakeSpare(w, d.spare2);
 }
 
-// Channels of periods that are 0 never end the stream, so the number of samples does.
-void DecodeSamples(Decoder& d, int samples) {
-    if (d.sample >= samples || !NextCode(d.stream, d.code)) return;
-    while (d.sample < samples) {
-        if (!TakeChannels(d)) return;
+// Returns the first sample that is not decoded. Channels of periods that are 0 never end the stream, so the number of
+// samples does.
+int DecodeSamples(Decoder& d, const CodeStream& stream, int samples) {
+    Walk w = {1, stream, {}};
+    if (w.sample >= samples || !NextCode(w.stream, w.code)) return w.sample;
+    while (w.sample < samples) {
+        if (!TakeChannels(d, w)) return w.sample;
         const bool lap = d.lap.period != 0 && Due(d.lap);
-        if (lap) StoreMark(d, d.code.value);
-        d.sample++;
-        if (lap && !NextCode(d.stream, d.code)) return;
+        if (lap) StoreMark(d, w.sample, w.code.value);
+        w.sample++;
+        if (lap && !NextCode(w.stream, w.code)) return w.sample;
     }
+    return w.sample;
 }
 
 }  // namespace
@@ -162,10 +170,9 @@ void DecodeSamples(Decoder& d, int samples) {
 int DecodeSecondaryStream(int slot, const uint8_t* log, int length, int samples, int& markCount) {
     static Decoder d;
     d.slot = slot;
-    d.sample = d.marks = 1;
-    d.stream = {log, streamAt * 8, int64_t{length} * 8};
+    d.marks = 1;
     StartDecoder(d, log);
-    DecodeSamples(d, samples);
+    const int end = DecodeSamples(d, StartStream(log, streamAt * 8, int64_t{length} * 8), samples);
     markCount = d.marks;
-    return d.sample;
+    return end;
 }

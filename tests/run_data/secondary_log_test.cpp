@@ -220,12 +220,12 @@ TEST_F(SecondaryLog, EachLengthOfCodeGivesItsValues) {
         log.PutBits(row.bits);
         const int64_t end = streamAt * 8 + 3 + static_cast<int64_t>(std::strlen(row.bits));
         log.bytes.resize(log.bytes.size() + margin, 0);
-        CodeStream stream{log.bytes.data(), streamAt * 8 + 3, end};
+        CodeStream stream = StartStream(log.bytes.data(), streamAt * 8 + 3, end);
         StreamCode code;
         ASSERT_TRUE(NextCode(stream, code));
         EXPECT_EQ(code.value, row.value);
         EXPECT_EQ(code.absolute, row.absolute);
-        EXPECT_EQ(stream.bit, end);
+        EXPECT_EQ(stream.left, 0);
         EXPECT_FALSE(NextCode(stream, code));
     }
 }
