@@ -1,5 +1,6 @@
 // From a mapped image to pixels: rows of samples are made in a small buffer and mixed into the target.
 #include <algorithm>
+#include <bit>
 
 #include "draw/fill_sse2.h"
 #include "draw/raster.h"
@@ -106,6 +107,27 @@ static bool FillEqualRow(uint32_t* row, int count, const Walk& walk, const Mappe
     return true;
 }
 
+// Mixes the columns under which something shows: a picture of a thin line is mostly clear.
+static void MixVisibleBlocks(uint32_t* row, int count, const Walk& walk, const MappedImage& image, bool plainCopy) {
+    const int64_t texelRow = (walk.v - oneTexel / 2) >> 32;  // the filter's first one; a plain copy takes it or the next
+    const auto blocksOf = [&](int64_t y) { return image.blocks[std::clamp<int64_t>(y, 0, image.texels.height - 1)]; };
+    uint64_t blocks = blocksOf(texelRow) | blocksOf(texelRow + 1);
+    int64_t done = 0;
+    while (blocks) {
+        const int first = std::countr_zero(blocks), end = first + std::countr_one(blocks >> first);
+        int64_t from = done, to = count;
+        // The filter reaches one texel further.
+        LimitColumns(walk.u, walk.uStep, oneTexel * (int64_t{first} * image.blockTexels - 1),
+                     oneTexel * (int64_t{end} * image.blockTexels + 1), &from, &to);
+        if (from < to) {
+            const Walk part{walk.u + walk.uStep * from, walk.v, walk.uStep, 0};
+            MixSamples(row + from, static_cast<int>(to - from), part, image, plainCopy);
+            done = to;
+        }
+        blocks = end < 64 ? blocks >> end << end : 0;
+    }
+}
+
 void RasterImage(const MappedImage& image) {
     const PixelRect& area = image.area;
     const bool plainCopy = IsPlainCopy(image), turned = image.walk.vStep != 0 || image.uDown != 0;
@@ -120,6 +142,9 @@ void RasterImage(const MappedImage& image) {
         const int count = static_cast<int>(last - first);
         const Walk start{walk.u + walk.uStep * first, walk.v + walk.vStep * first, walk.uStep, walk.vStep};
         if (narrow && FillEqualRow(row, count, start, image)) continue;
-        MixSamples(row, count, start, image, plainCopy);
+        if (image.blocks)
+            MixVisibleBlocks(row, count, start, image, plainCopy);
+        else
+            MixSamples(row, count, start, image, plainCopy);
     }
 }

@@ -24,6 +24,8 @@ struct MappedImage {
     Walk walk;              // at the centre of the area's first pixel; its steps are those to the next column
     int64_t uDown, vDown;   // steps to the next row
     int64_t uLow, uHigh, vLow, vHigh;
+    const uint64_t* blocks; // of each row, those in which something shows; nullptr: all
+    int blockTexels;
     bool smooth;            // linear filter, else the texel at hand
     Mix mix;
 };

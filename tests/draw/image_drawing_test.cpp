@@ -333,6 +333,34 @@ TEST_F(ImageDrawing, VisibleBoxLeavesOutOnlyWhatDoesNotShow) {
     }
 }
 
+TEST_F(ImageDrawing, VisibleBlocksLeaveOutOnlyWhatDoesNotShow) {
+    constexpr int modes[] = {blendNone, blendAlpha, blendAdd, blendSubtract, blendMultiply};
+    Random random(32);
+    for (int turn = 0; turn < 400; ++turn) {
+        const int columns = random.Between(1, 300), rows = random.Between(1, 20);
+        const int image = Make(columns, rows, random.Below(2) == 0);
+        for (int i = random.Below(12); i > 0; --i) Put(image, random.Below(columns), random.Below(rows), random.Next() & 0xFFFFFF);
+        const int left = random.Between(-200, 60), top = random.Between(-10, 40), mirrored = random.Below(4) == 0;
+        const double scale = turn % 5 ? random.Between(20, 300) / 100.0 : 1.0;
+        SetSmoothScaling(random.Below(4) != 0);
+        const auto draw = [&] {
+            Paper(grey);
+            SetBlend(modes[turn % 5], 180);
+            if (mirrored)
+                DrawImageStretched(left + 200, top, left, top + 20, image, 1);
+            else
+                DrawImageRotated(static_cast<float>(left), static_cast<float>(top), 0, 0, image, 1, scale, 0);
+            return Picture();
+        };
+        const std::vector<uint32_t> drawn = draw();
+        Image& found  = *FindImage(image);
+        found.visible = {0, 0, columns, rows};
+        std::fill_n(found.visibleBlocks.get(), rows, ~uint64_t{0});
+        ASSERT_EQ(draw(), drawn) << turn;
+        DeleteImage(image);
+    }
+}
+
 TEST_F(ImageDrawing, VisibleBoxFollowsWhatIsDrawnIntoTheImage) {
     const int image = Make(8, 8);
     SetBlend(blendAlpha, 255);
