@@ -150,7 +150,7 @@ static void FrameWithCourse(benchmark::State& state) {
     CompareToFloor(state, [] { activityCount = 60; }, [&] { draw(0); }, [&] { draw(1); });
 }
 BENCHMARK(FrameWithCourse)
-    ->ArgsProduct({{1080, 2160}, {5, 20, 100}, {50, 100}})
+    ->ArgsProduct({{1080, 2160}, {5, 20, 100}, {50, 100, 200}})
     ->ArgNames({"height", "scale", "map"})
     ->UseManualTime()
     ->Iterations(frameTurns)
