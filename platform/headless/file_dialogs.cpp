@@ -13,6 +13,7 @@ static void Record(const char* kind, const FileDialog& dialog) {
         filters += std::string(dialog.filters[i].name) + '|' + dialog.filters[i].pattern;
     }
     shown.push_back({kind, "", filters});
+    if (script.fileDialogHandler) script.fileDialogHandler();
 }
 
 // What the user chose as a full path, or an empty text. OK alone takes the name that the dialog offers.

@@ -20,6 +20,7 @@ PreparedAnswer TakeAnswer() {
 }
 
 void SetDialogHandler(int (*handler)(int id, int argument)) { script.dialogHandler = handler; }
+void SetFileDialogHandler(void (*handler)()) { script.fileDialogHandler = handler; }
 
 void ScriptMouse(int x, int y) {
     script.mouseX = x;

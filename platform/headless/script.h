@@ -22,6 +22,8 @@ enum class Answer { cancel, ok, path };
 void QueueAnswer(Answer answer, const std::string& path = "");
 // Called when a dialog opens headlessly, after it was recorded; nullptr for none. Its result is OpenDialog's.
 void SetDialogHandler(int (*handler)(int id, int argument));
+// Called while a file dialog is open; nullptr for none.
+void SetFileDialogHandler(void (*handler)());
 
 // Input.
 void ScriptMouse(int x, int y);

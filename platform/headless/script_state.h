@@ -36,6 +36,7 @@ struct ScriptState {
     // Answers.
     std::deque<PreparedAnswer> answers;
     int (*dialogHandler)(int id, int argument) = nullptr;
+    void (*fileDialogHandler)() = nullptr;
     // Clock.
     bool virtualClock = true;
     int64_t virtualMs = 0;

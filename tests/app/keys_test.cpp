@@ -73,6 +73,17 @@ TEST_F(Keys, ShiftWakesTheProgramOnce) {
     EXPECT_EQ(activityCount, 98);
 }
 
+TEST_F(Keys, AShiftHeldSinceBeforeAStartAnewCountsAsPressed) {
+    HoldShift();
+    Step();
+    LoadDefaults();
+    ReadClientSize();
+    MoveMouse(0, 0);
+    activityCount = 7;
+    Step();
+    EXPECT_EQ(activityCount, 99);
+}
+
 TEST_F(Keys, ShiftShowsFile3OnTheButtonsOfFile2AtTheExpertLevel) {
     fileMoveOn[1] = 1;
     fileMoveOn[2] = 0;

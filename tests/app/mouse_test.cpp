@@ -551,6 +551,7 @@ TEST_F(Mouse, AStartAnewForgetsWhatTheButtonsHeld) {
     ScriptHWheel(119);
     Step();
     EXPECT_EQ(GraphGrid_disp[chVFW], 0) << "a first press, not a held one";
+    graphPositionOn = 1;  // where lap steps stay to be seen
     DefaultInputStep();
     ScriptHWheel(1);
     Step();

@@ -23,6 +23,10 @@ struct Toolbar : InputTest {
         EXPECT_EQ(animationPending, 1);
         EXPECT_EQ(mouseButtons, 0u);
     }
+    static void LayRearOverFront() {
+        channelPosition[chVRW] = channelPosition[chVFW];
+        channelZoom[chVRW] = channelZoom[chVFW];
+    }
     static std::string DialogsShown() {
         std::string ids;
         for (const Shown& one : shown) ids += one.kind + " " + one.title + ";";
@@ -72,8 +76,8 @@ TEST_F(Toolbar, AWindowMadeAnewShowsTheModes) {
 }
 
 TEST_F(Toolbar, AStartAnewBeginsTheLayoutsAndTheStatesAnew) {
-    layoutCycle = 2;
     ScriptToolPress(1113, true);
+    layoutCycle = 2;
     LoadDefaults();
     EXPECT_EQ(layoutCycle, 0);
     ExpectModeButtons(false, true, false, false);
@@ -90,6 +94,7 @@ TEST_F(Toolbar, EveryCommandGivesTheForegroundBack) {
 TEST_F(Toolbar, Button1111SwitchesFile1) {
     ScriptToolPress(1111, false);
     EXPECT_EQ(fileMoveOn[0], 0);
+    EXPECT_FALSE(ButtonChecked(1111));
     ScriptToolPress(1111, true);
     EXPECT_EQ(fileMoveOn[0], 1);
 }
@@ -224,6 +229,7 @@ TEST_F(Toolbar, Button1115SwitchesTheBodyViewAndLeavesTheOtherModes) {
 
 TEST_F(Toolbar, Button1116PlaysAndShowsTheBodyView) {
     AnimeMode = 0;
+    CheckButton(buttonAnime, false);
     graphPositionOn = afMapOn = 1;
     ScriptToolPress(1116, true);
     EXPECT_EQ(realTimePlayOn, 1);
@@ -281,11 +287,27 @@ TEST_F(Toolbar, Button1035LaysTheSpeedsOverEachOtherThenFitsThenTakesTheStandard
 }
 
 TEST_F(Toolbar, AChangedZoomOfVfwStartsTheCycleOver) {
+    for (int cycle : {1, 2}) {
+        layoutCycle = cycle;
+        channelZoom[chVFW] = 33;
+        channelZoom[chVRW] = 20;
+        ScriptToolPress(1035, false);
+        EXPECT_EQ(channelZoom[chVFW], 33);
+        EXPECT_EQ(channelZoom[chVRW], 33);
+        EXPECT_EQ(layoutCycle, 1);
+    }
     layoutCycle = 2;
-    channelZoom[chVFW] = channelZoom[chVRW] + 1;
+    channelPosition[chVFW] = channelPosition[chVRW] + 1;
     ScriptToolPress(1035, false);
-    EXPECT_EQ(channelZoom[chVRW], channelZoom[chVFW]);
-    EXPECT_EQ(layoutCycle, 1);
+    EXPECT_EQ(channelZoom[chVFW], 33) << "a position counts as well";
+}
+
+TEST_F(Toolbar, TheFitAndTheStandardLayoutRebuildTheGridTheOverlayDoesNot) {
+    for (int cycle : {0, 1, 2}) {
+        LayRearOverFront();
+        layoutCycle = cycle;
+        EXPECT_EQ(Contains(Recorded(StepLayoutCycle), "SetDrawTarget gridStrip"), cycle != 0) << cycle;
+    }
 }
 
 TEST_F(Toolbar, AutoFitGivesEachTraceAThirdOfTheHeight) {

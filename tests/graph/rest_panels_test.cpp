@@ -136,6 +136,23 @@ TEST_F(RestPanels, ADoubleByteCharacterTakesTwoCellsAndMayEndBehindTheLast) {
     EXPECT_EQ(memoCursor[0].column, 2);
 }
 
+TEST_F(RestPanels, ARowThatWrapsPastTheLastOneEndsTheMemo) {
+    std::memset(memoText[0], 'm', 60);
+    std::memset(memoText[0], '\r', 7);
+    TypeWhole(80);
+    EXPECT_EQ(memoCursor[0].index, 7 + 29);
+    EXPECT_EQ(memoCursor[0].row, 10);
+}
+
+TEST_F(RestPanels, AHiddenMemoDrawsNothing) {
+    memoFade = 20;
+    activityCount = 150;
+    EXPECT_EQ(Record(DrawMemoPanel), "");
+    activityCount = 0;
+    Memo_view = 0;
+    EXPECT_EQ(Record(DrawMemoPanel), "");
+}
+
 TEST_F(RestPanels, TypingHoldsTheProgramAwakeUntilTheEnd) {
     std::strcpy(memoText[0], "ab");
     FirstMemoFrame();

@@ -196,6 +196,13 @@ TEST_F(ValueReadout, EveryRowHasItsValueAtItsPlace) {
                                             panelMask[slot] | channelColor[channel][slot], "bigFont")));
 }
 
+TEST_F(ValueReadout, WithShiftThePanelShowsTheDifferenceToTheCursorLine) {
+    shiftDown = 1;
+    cursorPos[0] = 100000;
+    EXPECT_EQ(Sample(), 1500);
+    EXPECT_TRUE(Draws(Record(DrawValueReadout), TextAt(10, RowY(chNe), "  +500rpm", panelMask[0] | channelColor[chNe][0], "bigFont")));
+}
+
 TEST_F(ValueReadout, AChannelThatIsNotShownHasNeitherValueNorNameNorTag) {
     CursolValueMode = 1;
     nameFade = 16;

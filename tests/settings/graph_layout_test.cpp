@@ -296,6 +296,18 @@ TEST_F(GraphLayout, SecondRequestAtOnceReturnsAtOnce) {
     EXPECT_EQ(loadBusy, 1);
 }
 
+TEST_F(GraphLayout, RequestsWhileADialogIsOpenReturnAtOnce) {
+    SetFileDialogHandler([] {
+        LoadGraphLayout(1);
+        SaveGraphLayout(1);
+    });
+    LoadGraphLayout(1);
+    EXPECT_EQ(shown.size(), 1u);
+    SaveGraphLayout(1);
+    EXPECT_EQ(shown.size(), 2u);
+    EXPECT_EQ(loadBusy, 0);
+}
+
 TEST_F(GraphLayout, DialogsOfferCfgFiles) {
     LoadUserFile("");
     SaveUserFile();
