@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "tests/cli/cli_run.h"
+#include "tests/source_folder.h"
 #include "tests/test_folder.h"
 #include "tools/sample_log/sample_log.h"
 
@@ -79,6 +80,43 @@ TEST_F(CliExport, ALogThatCannotBeLoadedWritesNothing) {
     EXPECT_EQ(run.status, exitFailed);
     EXPECT_NE(run.err.find("box File Error | Load file error"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(folder.Path("out.csv")));
+}
+
+// One sample of a dump: the fields of line `sample`, by the order of the header.
+std::vector<long> DumpedSample(const std::string& dump, size_t sample) {
+    std::istringstream lines(dump);
+    std::string line, field;
+    for (size_t i = 0; i <= sample + 1; i++) std::getline(lines, line);
+    std::vector<long> values;
+    for (std::istringstream fields(line); std::getline(fields, field, ',');) values.push_back(std::stol(field));
+    return values;
+}
+
+TEST_F(CliExport, WhatIsExportedCanBeLoadedAgainAsFarAsItsDigitsGo) {
+    std::filesystem::copy_file(SourceFolder() + "/resources/data/csvlabel.ini", folder.path / "csvlabel.ini");
+    const auto unsmoothed = [&](std::vector<std::string> words) {
+        words.insert(words.begin(), {"--home", folder.Path(), "--set", "SPLConfig.SmoothingSTD=0"});
+        const CliRun run = RunCli(words);
+        EXPECT_EQ(run.status, exitDone) << run.err;
+    };
+    const auto dump = [&](const std::string& name, const std::string& file) {
+        unsmoothed({"dump", folder.Path(name), file});
+        return folder.Read(name + "/samples1.csv");
+    };
+    unsmoothed({"export", "--columns", "Lap,Ne,TH,VFW,VRW,FrSUS,RrSUS,LAF1,LAF2,VB,AUX1,AUX2", "--range", "0-2147483647", folder.Path("out.csv"), log});
+    const std::string logged = dump("logged", log), loaded = dump("loaded", folder.Path("out.csv"));
+    ASSERT_GT(LineCount(logged), 10000);
+    EXPECT_EQ(LineCount(loaded), LineCount(logged) + 1) << "without the last sample, and with those that the import adds";
+    for (size_t sample = 1; sample < 10000; sample += 111) {
+        SCOPED_TRACE(sample);
+        std::vector<long> a = DumpedSample(logged, sample), b = DumpedSample(loaded, sample + 1);
+        ASSERT_EQ(a.size(), 18u);
+        ASSERT_EQ(b.size(), 18u);
+        for (const int exact : {1, 3, 4}) EXPECT_EQ(b[exact], a[exact]) << exact;
+        EXPECT_EQ(b[2], a[2] / 10 * 10);
+        for (const int stroke : {5, 6}) EXPECT_EQ(b[stroke], a[stroke] / 100 * 100) << stroke;
+        for (const int tenth : {7, 8, 9, 10, 11}) EXPECT_NEAR(static_cast<double>(b[tenth]), static_cast<double>(a[tenth]), 5) << tenth;
+    }
 }
 
 TEST_F(CliExport, UnusableArgumentsSayWhatIsAccepted) {
