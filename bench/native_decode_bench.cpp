@@ -5,7 +5,7 @@
 
 #include <cstdio>
 #include <cstring>
-#include <memory>
+#include <vector>
 
 #include "app/frame_loop.h"
 #include "bench/long_logs.h"
@@ -21,6 +21,7 @@ constexpr size_t readBytes = size_t{frameSize} * sampleLimit;
 constexpr size_t streamedBytes = size_t{45} * sampleLimit;  // of 49; the suspension speeds are derived later
 constexpr int    margin = 1024;                             // zero bytes behind a log
 
+// Memory of the same kind as the arrays have.
 struct Pages {
     size_t size;
     void*  memory;
@@ -32,9 +33,9 @@ struct Pages {
 
 struct ReadAndStream {
     Pages from{readBytes}, to{streamedBytes};
-    __m128i sum = _mm_setzero_si128();
-    void operator()() {
+    void operator()() const {
         const auto* source = static_cast<const __m128i*>(from.memory);
+        __m128i sum = _mm_setzero_si128();
         for (size_t i = 0; i < readBytes / sizeof(__m128i); i++) sum = _mm_add_epi64(sum, _mm_load_si128(source + i));
         auto* target = static_cast<__m128i*>(to.memory);
         for (size_t i = 0; i < streamedBytes / sizeof(__m128i); i++) _mm_stream_si128(target + i, sum);
@@ -42,15 +43,17 @@ struct ReadAndStream {
     }
 };
 
-// A log of 8 hours with its margin; `bytes` is its length without.
+// A log of 8 hours with its margin, in memory of the kind that files are read into.
 struct LongLog {
-    std::unique_ptr<uint8_t[]> data;
-    int bytes;
-    explicit LongLog(int version) {
-        const std::vector<uint8_t>& log = LongNativeLog(version);
-        bytes = static_cast<int>(log.size());
-        data.reset(new uint8_t[log.size() + margin]());
-        std::memcpy(data.get(), log.data(), log.size());
+    int   bytes;  // without the margin
+    Pages pages;
+    explicit LongLog(int version) : LongLog(LongNativeLog(version)) {}
+    const uint8_t* Data() const { return static_cast<const uint8_t*>(pages.memory); }
+
+  private:
+    explicit LongLog(const std::vector<uint8_t>& log) : bytes(static_cast<int>(log.size())), pages(log.size() + margin) {
+        std::memcpy(pages.memory, log.data(), log.size());
+        std::memset(static_cast<uint8_t*>(pages.memory) + log.size(), 0, margin);
     }
 };
 
@@ -58,8 +61,8 @@ void Decode(benchmark::State& state) {
     LongLog log(static_cast<int>(state.range(0)));
     ReadAndStream floor;
     LoadDefaults();
-    DecodeNativeLog(0, log.data.get(), log.bytes);
-    CompareToFloor(state, [] {}, [&] { floor(); }, [&] { DecodeNativeLog(0, log.data.get(), log.bytes); });
+    DecodeNativeLog(0, log.Data(), log.bytes);
+    CompareToFloor(state, [] {}, [&] { floor(); }, [&] { DecodeNativeLog(0, log.Data(), log.bytes); });
     state.counters["log_mb"] = log.bytes * 1e-6;
     if (sampleCount[0] < sampleLimit - 1) state.SkipWithError("the log was not decoded whole");
 }
@@ -92,7 +95,7 @@ void LoadMemory(benchmark::State& state) {
         ReleaseRunStore();
         ForgetPeak();
         const double before = ProcessBytes("VmRSS:");
-        state.SetIterationTime(SecondsOf([&] { ReadNativeLog(0, log.data.get(), log.bytes); }));
+        state.SetIterationTime(SecondsOf([&] { ReadNativeLog(0, log.Data(), log.bytes); }));
         peak = std::max(peak, ProcessBytes("VmHWM:") - before);
     }
     state.counters["bytes_a_sample"] = peak / sampleLimit;

@@ -188,6 +188,21 @@ static void TakeByteFields(FrameList& f, SampleBlock& b) {
     JudgeThrottle(f, b, throttle, 0, scaledThrottle);
 }
 
+// An input of all frames, by value(its reading). Where there is none, other bytes would be looked up all over the large
+// table: reading 0 is, which is never far.
+template <class Value>
+static void TakeWideInput(const FrameList& f, int bit, int32_t* cells, Value value) {
+    int32_t before = cells[f.first - 1];
+    const uint8_t* base = f.base;
+#pragma GCC unroll 4
+    for (int c = f.first, end = f.end; c < end; c++) {
+        int present = -(f.mask[c] >> bit & 1);  // all bits or none
+        int32_t taken = value(ReadU16Be(base + f.next[c]) & present);
+        before = present ? taken : before;
+        cells[c] = before;
+    }
+}
+
 static void TakeWideFields(FrameList& f, SampleBlock& b) {
     WideTables& t = wideTables;
     int slot = b.slot;
@@ -203,8 +218,7 @@ static void TakeWideFields(FrameList& f, SampleBlock& b) {
     for (int input = 0; input < analogInputs; input++) {
         int32_t* cells = b.inputs[input];
         auto scale = [=](int raw) { return ScaleInput(slot, input, raw, 4); };
-        TakeField(f, 8 - input, cells, cells[f.first - 1],
-                  [=, &t](const uint8_t* p) { return Remember(t.inputs[input], ReadU16Be(p), scale); });
+        TakeWideInput(f, 8 - input, cells, [=, &t](int raw) { return Remember(t.inputs[input], raw, scale); });
         StepOver(f, 8 - input, 2);
     }
     TakeField(f, 4, b.vbRaw, b.vbRaw[f.first - 1], ReadU16Be);
