@@ -109,6 +109,13 @@
 #define listDistChannel  1667
 #define listDistLaps     1668
 
+// 1027, [CSV] Load data selection: 2600 to 2699.
+#define firstCsvList      2600  // one a row, 16 rows
+#define firstCsvCaption   2620
+#define checkCsvLapType   2640
+#define progressCsvLoad   2641
+#define editCsvNotes      2642
+
 // 1028, The selection of items and range.
 #define buttonCsvLaps   1072
 #define buttonCsvRange  1073
