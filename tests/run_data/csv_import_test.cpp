@@ -638,7 +638,7 @@ TEST_F(CsvFailure, QuotedFieldsAreReadWithoutTheirQuotes) {
 }
 
 TEST_F(CsvFailure, ZeroBytesEndLinesAndTwoEndTheLog) {
-    ImportText(0, std::string("Time,Ne\0000.005,1\0000.010,2\n0.015,3\n\0\0000.020,4\n", 45));
+    ImportText(0, std::string("Time,Ne\0000.005,1\0000.010,2\n0.015,3\n\0\0000.020,4\n", 42));
     EXPECT_EQ(sampleCount[0], 5);
     EXPECT_EQ(Ne[0][3], 3);
 }

@@ -99,6 +99,24 @@ void AddCsvLogs(std::vector<CorpusFile>& corpus) {
         "Time,Ne,,TH,\"LAP\"\r\n0.005,,12,1e3,1\r\n\n0.010,0x10,-7,+.5,2\n\r1e-2,nan,inf,9999999999999999999,3");
     AddText(corpus, folder, "time_jumps", "Time,VFW\n0,1\n.1,2\n.2,3\n.3,4\n.4,5\n.5,6\n.9,7\n.2,8\n");
     AddText(corpus, folder, "long_line", "Time,Ne\n" + std::string(2100, '7') + "\n0.005,100\n");
+    AddText(corpus, folder, "longest_line", "Time,Ne\n0.005," + std::string(2038, '7') + "\n0.010,100\n");
+    AddText(corpus, folder, "no_titles", ",,\"\"\n1,2\n");
+    AddText(corpus, folder, "zero_bytes", std::string("Time,Ne\0000.005,1\n0.010\0\0,2\n", 26));
+    AddText(corpus, folder, "decimal_commas", "Time;Ne\n0,005;100\n0,010;200\n");
+    AddText(corpus, folder, "numbers", "Time,TH,VFW\n0x1p-8,1e400,-1e-400\n9007199254740993,0.1e1,+-1\n1.2.3,nan(1),infinity\n12 km,0x,.\n");
+    // A zero byte, then the items of the sixteen rows as 2 x (item + 1) + 1 and the lap type, then the text.
+    const auto answered = [](int timeItem, char lapType, const std::string& text) {
+        std::string bytes(18, '\0');
+        bytes[1] = static_cast<char>(2 * (timeItem + 1) + 1);
+        bytes[17] = lapType;
+        return bytes + text;
+    };
+    AddText(corpus, folder, "fixed_time", answered(1, 3, "Ne,LAP\n1,1\n2,1\n3,2\n"));
+    AddText(corpus, folder, "no_time", answered(-1, 1, "Ne,LAP\n1,1\n2,1\n"));
+    AddText(corpus, folder, "closed", answered(0, static_cast<char>(250), "Ne,LAP\n1,1\n"));
+    std::string titles, line;
+    for (int k = 0; k < 101; k++) titles += "c" + std::to_string(k) + ",", line += std::to_string(k) + ",";
+    AddText(corpus, folder, "many_columns", answered(0, 1, titles + "\n" + line + "\n" + line + "\n"));
 }
 
 void AddProfiles(std::vector<CorpusFile>& corpus) {
