@@ -148,6 +148,7 @@ static void WriteLapTime(char* text, size_t size, int slot, int row) {
 }
 
 // Red by value, so that all equal laps are red, checked or not. The averages are never best.
+// Kept: where no checked lap has a sector time, the start value is the best one, so that the dashes are red.
 static bool IsBest(int slot, int row, int column) {
     if (row >= lapCount[slot]) return false;
     if (column == 0) return lapStats[slot].lapTime[row] == LapTimeAt(slot, bestLap[slot]);

@@ -172,6 +172,18 @@ TEST_F(LapTable, TheLineOfTheAveragesShowsTheMeansInTheSameFormats) {
     expect(5, "%5.0f", s.maxVFSusAt[row]);
 }
 
+TEST_F(LapTable, DashesAreRedWhereNoCheckedLapHasASectorTime) {
+    MakeRandomLog(0, 5000, EvenMarks(4, 1000));
+    coursePointCount = 100;
+    sectorMark[0][1] = 50;
+    OpenLapTable();
+    ClickSectorTimes();
+    EXPECT_FALSE(lapCells[0][0][2].best && lapCells[0][1][2].best && lapCells[0][2][2].best);
+    EXPECT_EQ(Cell(0, 1, 3), "-");
+    EXPECT_TRUE(lapCells[0][1][3].best);
+    EXPECT_FALSE(lapCells[0][averageLine][3].best);
+}
+
 TEST_F(LapTable, ColumnsNineAndTenOfPageTwoAndDashesBehindTheSectorsAreNeverRed) {
     MakeRandomLog(0, 5000, EvenMarks(4, 1000));
     OpenLapTable();
