@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <vector>
 
 template <class Work>
@@ -19,12 +20,19 @@ inline double Median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
+// With ZRKA_BENCH_ONCE in the environment only the first turn of a benchmark works: to see that it runs, not how fast.
+inline const bool oneTurn = std::getenv("ZRKA_BENCH_ONCE") != nullptr;
+
 // Each turn: prepare (not timed), floor, work. The benchmark's time is that of the work; floor_ms and ratio stand beside
 // it, both from medians. Register with ->UseManualTime() and a fixed number of iterations.
 template <class Prepare, class Floor, class Work>
 void CompareToFloor(benchmark::State& state, Prepare prepare, Floor floor, Work work) {
     std::vector<double> floors, works;
     for (auto _ : state) {
+        if (oneTurn && !works.empty()) {
+            state.SetIterationTime(works.back());
+            continue;
+        }
         prepare();
         floors.push_back(SecondsOf(floor));
         works.push_back(SecondsOf(work));
