@@ -51,6 +51,7 @@ bool SameNumber(double a, double b) { return a == b || (a != a && b != b); }
 void CheckAgainstPlain(const std::vector<uint8_t>& log, int length) {
     CsvText text = StartCsv(log.data(), length);
     PlainCsvReader plain{reinterpret_cast<const char*>(log.data()), length};
+    CsvShape shape;
     for (CsvLine line;;) {
         const bool found = ReadLine(text, line);
         Require(found == plain.ReadLine());
@@ -60,8 +61,8 @@ void CheckAgainstPlain(const std::vector<uint8_t>& log, int length) {
             Require(std::strlen(plain.field[k]) == static_cast<size_t>(line.field[k].length));
             Require(std::memcmp(plain.field[k], line.field[k].text, line.field[k].length) == 0);
             const double wanted = std::atof(plain.field[k]);
-            Require(SameNumber(FieldNumber(line.field[k]), wanted));
-            Require(FieldProduct(line.field[k], 100) == TruncToInt(wanted * 100));
+            Require(SameNumber(FieldNumber(line.field[k], shape), wanted));
+            Require(FieldProduct(line.field[k], shape, 100) == TruncToInt(wanted * 100));
         }
     }
 }

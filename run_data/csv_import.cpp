@@ -91,6 +91,7 @@ static constexpr RowRule rowRules[] = {
 struct ActiveRow {
     int row, column;
     double scale, divider;
+    CsvShape shape;
 };
 struct RowValues {
     ActiveRow active[csvRows];
@@ -106,7 +107,7 @@ static void ChooseRows(int slot, RowValues& values) {
         const int column = CsvColumnOf(rule.row), aux = rule.row - rowAUX1;
         if (column < 0) continue;
         const double divider = aux == 0 || aux == 1 ? auxDivider[slot][aux] : 1;
-        values.active[values.rows++] = {rule.row, column, rule.scale, divider};
+        values.active[values.rows++] = {rule.row, column, rule.scale, divider, {}};
         values.most = std::max(values.most, column + 1);
     }
 }
@@ -114,9 +115,10 @@ static void ChooseRows(int slot, RowValues& values) {
 // One line into element `at` of every active row.
 static void ReadValues(RowValues& values, const CsvLine& line, int at) {
     for (int k = 0; k < values.rows; k++) {
-        const ActiveRow& active = values.active[k];
+        ActiveRow& active = values.active[k];
         const CsvField field = FieldAt(line, active.column);
-        values.value[active.row][at] = active.scale == 0 ? FieldInteger(field) : FieldProduct(field, active.scale, active.divider);
+        values.value[active.row][at] =
+            active.scale == 0 ? FieldInteger(field, active.shape) : FieldProduct(field, active.shape, active.scale, active.divider);
     }
 }
 

@@ -25,8 +25,8 @@ static constexpr FixedTimeBase timeBases[fixedTimeBases] = {{500, 1.0},  {1000, 
                                                            {5000, 0.1}, {10000, 0.05}, {30000, 0.0166667}};
 
 // Whole milliseconds of a time as its decimal digits say, in 0.01 ms.
-static int64_t LineTime(CsvField field) {
-    return int64_t{CutProduct(std::clamp(FieldNumber(field), -longestTime, longestTime), 1000)} * 100;
+static int64_t LineTime(CsvField field, CsvShape& shape) {
+    return int64_t{CutProduct(std::clamp(FieldNumber(field, shape), -longestTime, longestTime), 1000)} * 100;
 }
 
 // Takes in the time of one more line. Kept: the first line counts with what its title reads as, mostly 0.
@@ -44,10 +44,12 @@ CsvMeasure MeasureCsv(CsvText text, const CsvWindow& window) {
     const int most = 1 + std::max({timeColumn, auxColumn[0], auxColumn[1]});
     int64_t before = 0;
     CsvLine line;
+    CsvShape timeShape, auxShape[2];
     while (ReadLine(text, line, most)) {
-        if (timeColumn >= 0) FollowTime(measure, before, LineTime(FieldAt(line, timeColumn)));
+        if (timeColumn >= 0) FollowTime(measure, before, LineTime(FieldAt(line, timeColumn), timeShape));
         for (int k = 0; k < 2; k++)
-            if (auxColumn[k] >= 0) measure.auxMax[k] = std::max(measure.auxMax[k], FieldProduct(FieldAt(line, auxColumn[k]), 100));
+            if (auxColumn[k] >= 0)
+                measure.auxMax[k] = std::max(measure.auxMax[k], FieldProduct(FieldAt(line, auxColumn[k]), auxShape[k], 100));
         measure.lines++;
         // Kept: the bar moves only where a line happens to end on such a byte.
         if (text.cursor % progressBytes == 0) ShowCsvProgress(window, static_cast<int>(100 * text.cursor / text.length));

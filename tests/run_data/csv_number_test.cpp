@@ -18,9 +18,11 @@ struct InText {
         field = {bytes.data(), static_cast<int>(text.size())};
     }
 };
-double Number(const std::string& text) { return FieldNumber(InText(text).field); }
-int Product(const std::string& text, double scale, double divider = 1) { return FieldProduct(InText(text).field, scale, divider); }
-int Integer(const std::string& text) { return FieldInteger(InText(text).field); }
+// All tests read on as if in one column, so that every form meets the shape of every other.
+CsvShape shape;
+double Number(const std::string& text) { return FieldNumber(InText(text).field, shape); }
+int Product(const std::string& text, double scale, double divider = 1) { return FieldProduct(InText(text).field, shape, scale, divider); }
+int Integer(const std::string& text) { return FieldInteger(InText(text).field, shape); }
 
 // The same double; all that is no number is alike, and so are both zeros.
 void ExpectLikeAtof(const std::string& text) {
@@ -69,6 +71,18 @@ TEST(CsvNumber, RandomNumbersAreReadAsAtofReadsThem) {
     }
 }
 
+TEST(CsvNumber, ShapeOfTheFieldBeforeChangesNothing) {
+    const char* const forms[] = {"12.34", "56.78", "5,678", "-2.34", "12.3-", "1.234", "1234.", ".1234", "12345", "12-34", "12/34", "1 .34", "12.3\xB0",
+                                 "12.34567", "1234567.", ".1234567", "12345678", "-.5", "-5.", "-55", "5", ".", "-", "1e345", "+1.34"};
+    for (const char* before : forms)
+        for (const char* text : forms) {
+            Number(before);
+            ExpectLikeAtof(text);
+            Number(before);
+            EXPECT_EQ(Integer(text), std::atoi(text)) << text;
+        }
+}
+
 TEST(CsvNumber, RandomBytesAreReadAsAtofReadsThem) {
     std::mt19937 random(5);
     const std::string letters = "0123456789012345678901234567890123456789...--++eExX fiInNaA\t";
@@ -84,7 +98,7 @@ TEST(CsvNumber, BytesBehindTheFieldDoNotCount) {
     for (const char* behind : {"99999999", "........", "\0\0\0\0\0\0\0\0", "eeeeeeee"})
         for (const char* text : {"1", "12", "12.5", "1234567", "-3", ""}) {
             const InText field(text, std::string(behind, 8).c_str()), alone(text, "\n");
-            EXPECT_EQ(FieldNumber(field.field), std::atof(text)) << text << behind;
+            EXPECT_EQ(FieldNumber(field.field, shape), std::atof(text)) << text << behind;
         }
 }
 
