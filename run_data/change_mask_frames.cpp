@@ -43,7 +43,6 @@ static constexpr FrameSizes SizesOf(int version) {
     }
     return sizes;
 }
-template <int version> static constexpr FrameSizes frameSizes = SizesOf(version);
 static constexpr FrameSizes byteFrameSizes = SizesOf(3), wideFrameSizes = SizesOf(4);
 static size_t FrameSize(const FrameSizes& sizes, const uint8_t* frame) {
     return size_t{sizes.high[frame[0]]} + size_t{sizes.low[frame[1]]};
@@ -218,7 +217,7 @@ static void TakeWideFields(FrameList& f, SampleBlock& b) {
     for (int input = 0; input < analogInputs; input++) {
         int32_t* cells = b.inputs[input];
         auto scale = [=](int raw) { return ScaleInput(slot, input, raw, 4); };
-        TakeWideInput(f, 8 - input, cells, [=, &t](int raw) { return Remember(t.inputs[input], raw, scale); });
+        TakeWideInput(f, 8 - input, cells, [=](int raw) { return Remember(wideTables.inputs[input], raw, scale); });
         StepOver(f, 8 - input, 2);
     }
     TakeField(f, 4, b.vbRaw, b.vbRaw[f.first - 1], ReadU16Be);
