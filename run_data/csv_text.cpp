@@ -70,22 +70,28 @@ bool ReadLine(CsvText& text, CsvLine& line, int most) {
     }
     if (text.bytes[text.cursor] == 0) return false;
     const int64_t start = text.cursor;
-    int64_t begin = start, at = 0;
+    const char* const bytes = text.bytes;
+    BlockBits bits = {text.separators, text.ends};  // at hand, as every field asks for them
+    int64_t block = text.block, begin = start, at = 0;
     int fields = 0;
     for (bool over = false; !over;) {
-        while (text.separators == 0) {
-            if (text.block - start > csvLineLimit) return false;
-            EnterBlock(text, text.block + blockBytes);
+        while (bits.separators == 0) {
+            if (block - start > csvLineLimit) return false;
+            block += blockBytes;
+            bits = SortOut(bytes + block);
         }
-        const int bit = std::countr_zero(text.separators);
-        text.separators &= text.separators - 1;
-        over = text.ends >> bit & 1;
-        at = text.block + bit;
+        const int bit = std::countr_zero(bits.separators);
+        bits.separators &= bits.separators - 1;
+        over = bits.ends >> bit & 1;
+        at = block + bit;
         if (at > begin && fields < most)
-            line.field[fields++] = {text.bytes + begin, static_cast<int>(std::min<int64_t>(at - begin, csvFieldLimit))};
+            line.field[fields++] = {bytes + begin, static_cast<int>(std::min<int64_t>(at - begin, csvFieldLimit))};
         begin = at + 1;
     }
     if (at - start >= csvLineLimit) return false;
+    text.block = block;
+    text.separators = bits.separators;
+    text.ends = bits.ends;
     line.fields = fields;
     PassLineEnd(text, at);
     return true;
