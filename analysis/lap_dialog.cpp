@@ -29,6 +29,8 @@ struct ShownTable {
     ScrollState scroll;
 };
 static ShownTable shownTables[lapTables];
+// The cells' windows, found once: among three hundred controls each search by id takes as long as setting a text.
+static HWND       cellWindows[lapTables][lapLines * lapColumns];
 static int        wheelRest;  // of a notch, in wheel units
 
 // --- showing ---------------------------------------------------------------------------------------------------------------
@@ -37,11 +39,19 @@ static void ShowText(HWND window, int id, const char* text) {
     if (ControlText(window, id) != text) SetControlText(window, id, text);
 }
 
-static void ShowCell(HWND window, int id, LapCell& shown, const LapCell& cell) {
+static void FindCells(HWND window) {
+    for (HWND control = GetWindow(window, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT))
+        for (int table = 0; table < lapTables; table++) {
+            const int cell = GetDlgCtrlID(control) - tableControls[table].cell;
+            if (cell >= 0 && cell < lapLines * lapColumns) cellWindows[table][cell] = control;
+        }
+}
+
+static void ShowCell(HWND control, LapCell& shown, const LapCell& cell) {
     if (std::strcmp(shown.text, cell.text) != 0)
-        SetControlText(window, id, cell.text);
+        SetWindowTextA(control, cell.text);  // digits, signs and "Avr."
     else if (shown.best != cell.best)
-        InvalidateRect(GetDlgItem(window, id), nullptr, FALSE);
+        InvalidateRect(control, nullptr, FALSE);
     shown = cell;
 }
 
@@ -70,7 +80,7 @@ static void ShowTable(HWND window, int table) {
     // A cell's colour is asked for while its text is set: the table at hand is already the new one.
     for (int line = 0; line < lapLines; line++) {
         for (int column = 0; column < lapColumns; column++)
-            ShowCell(window, controls.cell + line * lapColumns + column, shown.cells[line][column], lapCells[table][line][column]);
+            ShowCell(cellWindows[table][line * lapColumns + column], shown.cells[line][column], lapCells[table][line][column]);
         if (ControlChecked(window, controls.check + line) != (lineChecked[table][line] != 0))
             CheckControl(window, controls.check + line, lineChecked[table][line] != 0);
     }
@@ -91,6 +101,7 @@ static void ShowTables(HWND window) {
 
 static void OnOpen(HWND window) {
     std::memset(shownTables, 0, sizeof shownTables);
+    FindCells(window);
     wheelRest = 0;
     CheckControl(window, checkKeep, keepOn != 0);
     for (const int id : expertButtons) ShowControl(window, id, ExpertToolsShown());
