@@ -8,6 +8,15 @@
 #include <cstring>
 #include <vector>
 
+// atof as the language has it: the older C library of Windows knows neither hexadecimal numbers nor "inf".
+inline double StandardAtof(const char* text) {
+#ifdef __MINGW32__
+    return __mingw_strtod(text, nullptr);
+#else
+    return std::atof(text);
+#endif
+}
+
 struct PlainCsv {
     // What is asked for: the column of each row of the dialog, -1 for none, and what the lap column holds.
     int column[16] = {-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1};
@@ -77,7 +86,7 @@ inline void PlainMeasure(const char* bytes, int length, PlainCsv& csv) {
     while (reader.ReadLine()) {
         reader.Split(csv.columns);
         if (csv.column[0] >= 0) {
-            const double seconds = std::clamp(std::atof(reader.Field(csv.column[0])), -2e6, 2e6);
+            const double seconds = std::clamp(StandardAtof(reader.Field(csv.column[0])), -2e6, 2e6);
             const int64_t time = int64_t{PlainCut(seconds * 1000 + (seconds < 0 ? -1e-6 : 1e-6))} * 100, step = time - before;
             if (step > 0) {
                 if (step != csv.step && csv.step != 0 && csv.lines > 5) csv.irregular = true;
@@ -86,7 +95,7 @@ inline void PlainMeasure(const char* bytes, int length, PlainCsv& csv) {
             before = time;
         }
         for (int k = 0; k < 2; k++)
-            csv.auxMax[k] = std::max(csv.auxMax[k], PlainCut(std::atof(reader.Field(csv.column[10 + k])) * 100));
+            csv.auxMax[k] = std::max(csv.auxMax[k], PlainCut(StandardAtof(reader.Field(csv.column[10 + k])) * 100));
         csv.lines++;
     }
     for (int k = 0; k < 2; k++) csv.auxDivider[k] = csv.auxMax[k] > 327670 ? 100 : csv.auxMax[k] <= 32767 ? 1 : 10;
@@ -102,7 +111,7 @@ inline void PlainMakeRoom(PlainCsv& csv) {
 inline void PlainValues(const char* bytes, int length, PlainCsv& csv) {
     PlainCsvReader reader{bytes, length};
     reader.ReadLine();
-    const auto cut = [&](int row, double scale) { return PlainCut(std::atof(reader.Field(csv.column[row])) * scale); };
+    const auto cut = [&](int row, double scale) { return PlainCut(StandardAtof(reader.Field(csv.column[row])) * scale); };
     csv.lapStart.assign(1, 0);
     int lapBefore = 0;
     for (int i = 1; i <= csv.lines; i++) {
@@ -117,8 +126,8 @@ inline void PlainValues(const char* bytes, int length, PlainCsv& csv) {
         csv.laf1[i] = cut(7, 100);
         csv.laf2[i] = cut(8, 100);
         csv.vb[i] = static_cast<uint16_t>(cut(9, 100));
-        csv.aux1[i] = PlainCut(std::atof(reader.Field(csv.column[10])) * 100 / csv.auxDivider[0]);
-        csv.aux2[i] = PlainCut(std::atof(reader.Field(csv.column[11])) * 100 / csv.auxDivider[1]);
+        csv.aux1[i] = PlainCut(StandardAtof(reader.Field(csv.column[10])) * 100 / csv.auxDivider[0]);
+        csv.aux2[i] = PlainCut(StandardAtof(reader.Field(csv.column[11])) * 100 / csv.auxDivider[1]);
         const int lap = cut(12, 1);
         if (i == 1) lapBefore = lap;
         const bool mark = csv.byNumber ? lap != lapBefore : lapBefore > 0 && lap == 0;

@@ -8,6 +8,8 @@
 #include <random>
 #include <string>
 
+#include "bench/plain_csv_import.h"
+
 namespace {
 
 // As a field in a text: other bytes stand right behind it.
@@ -26,7 +28,7 @@ int Integer(const std::string& text) { return FieldInteger(InText(text).field, s
 
 // The same double; all that is no number is alike, and so are both zeros.
 void ExpectLikeAtof(const std::string& text) {
-    const double read = Number(text), wanted = std::atof(text.c_str());
+    const double read = Number(text), wanted = StandardAtof(text.c_str());
     if (wanted != wanted) {
         EXPECT_NE(read, read) << text;
         return;
@@ -98,7 +100,7 @@ TEST(CsvNumber, BytesBehindTheFieldDoNotCount) {
     for (const char* behind : {"99999999", "........", "\0\0\0\0\0\0\0\0", "eeeeeeee"})
         for (const char* text : {"1", "12", "12.5", "1234567", "-3", ""}) {
             const InText field(text, std::string(behind, 8).c_str()), alone(text, "\n");
-            EXPECT_EQ(FieldNumber(field.field, shape), std::atof(text)) << text << behind;
+            EXPECT_EQ(FieldNumber(field.field, shape), StandardAtof(text)) << text << behind;
         }
 }
 
