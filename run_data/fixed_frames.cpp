@@ -15,6 +15,7 @@
 #include <cstring>
 
 #include "run_data/log_header.h"
+#include "run_data/look_up.h"
 #include "run_data/native_frames.h"
 #include "run_data/native_header.h"
 #include "run_data/native_tables.h"
@@ -40,15 +41,8 @@ static void TakeWords(SampleBlock& b) {
 }
 
 // Stored values of a reading that is one byte of each frame.
-template <class T>
-static void LookUpBytes(const uint8_t* readings, const T* table, T* cells) {
-#pragma GCC unroll 4
-    for (int c = lead; c < blockCells; c++, readings += frameSize) cells[c] = table[*readings];
-}
-
-static void LookUpStrokes(const uint16_t* readings, const int16_t* table, int16_t* cells) {
-#pragma GCC unroll 4
-    for (int c = lead; c < blockCells; c++) cells[c] = table[readings[c]];
+static void LookUpBytes(const uint8_t* readings, const int32_t* table, int32_t* cells) {
+    FillCells(cells, [=](int c) { return table[readings[(c - lead) * frameSize]]; });
 }
 
 // All cells of a block, one frame each.
@@ -57,15 +51,15 @@ static void DecodeFixedFrames(SampleBlock& b, const uint8_t* frames) {
     const ReadingTables& t = readingTables;
     TransposeFrames(frames, b.words);
     TakeWords<version>(b);
-    LookUpStrokes(b.frontRaw, t.front, b.fsus);
-    LookUpStrokes(b.rearRaw, t.rear, b.rsus);
+    FillCells16(b.fsus, [&](int c) { return t.front[b.frontRaw[c]]; });
+    FillCells16(b.rsus, [&](int c) { return t.rear[b.rearRaw[c]]; });
     LookUpBytes(frames + 6, t.th, b.th);
     LookUpBytes(frames + 9, t.inputs[0], b.inputs[0]);
     LookUpBytes(frames + 10, t.inputs[1], b.inputs[1]);
     if (IsFirstUnitVersion(version)) return;
     LookUpBytes(frames + 11, t.inputs[2], b.inputs[2]);
     LookUpBytes(frames + 12, t.inputs[3], b.inputs[3]);
-    LookUpBytes(frames + 13, t.vb, b.vb);
+    FillCells16(b.vb, [&](int c) { return t.vb[frames[(c - lead) * frameSize + 13]]; });
 }
 
 int CountFixedFrames(int length, int limit) { return std::clamp((length - headerSize) / frameSize, 0, limit); }

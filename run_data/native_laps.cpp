@@ -3,6 +3,7 @@
 #include "run_data/log_header.h"
 #include "run_data/native_scaling.h"
 #include "run_data/run_store.h"
+#include "run_data/running_sum.h"
 #include "settings/settings.h"
 
 constexpr uint16_t markBit = 0x8000;
@@ -16,11 +17,8 @@ LapSearch StartLaps(int slot, int version, const uint8_t* header) {
 }
 
 static void AddDistances(SampleBlock& b) {
-    uint32_t front = b.distFront[lead - 1], rear = b.distRear[lead - 1];
-    for (int c = lead; c < blockCells; c++) {
-        b.distFront[c] = front += b.vfw[c];
-        b.distRear[c] = rear += b.vrw[c];
-    }
+    RunningSum(b.vfw + lead, b.distFront + lead, blockSize);
+    RunningSum(b.vrw + lead, b.distRear + lead, blockSize);
 }
 
 static bool IsMark(const LapSearch& search, const SampleBlock& b, int c) {
@@ -29,11 +27,21 @@ static bool IsMark(const LapSearch& search, const SampleBlock& b, int c) {
     return Debug || lapStart[search.slot][search.lap - 1] + shortestLap < static_cast<uint32_t>(SampleAt(b, c));
 }
 
+// Distances of the cells from..to - 1, counted from another start. Nearly always these are all cells of a block, for which the
+// loop's length is known.
+static void Shift(const uint32_t* __restrict distance, uint32_t* __restrict shifted, uint32_t offset, int from, int to) {
+    if (from == lead && to == blockCells) {
+        for (int c = lead; c < blockCells; c++) shifted[c] = distance[c] + offset;
+    } else {
+        for (int c = from; c < to; c++) shifted[c] = distance[c] + offset;
+    }
+}
+
 // Goes on from cell `from` with the lap under way: sums its length and its distances up to the cell `to`, exclusive.
 static void AddToLap(const LapSearch& search, SampleBlock& b, const uint32_t* distance, int from, int to) {
     lapLength[search.slot][search.lap] += distance[to - 1] - distance[from - 1];
     uint32_t offset = b.lapDistance[from - 1] - distance[from - 1];
-    for (int c = from; c < to; c++) b.lapDistance[c] = distance[c] + offset;
+    Shift(distance, b.lapDistance, offset, from, to);
 }
 
 static bool HasMarkBit(const SampleBlock& b) {
