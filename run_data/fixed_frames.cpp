@@ -41,8 +41,9 @@ static void TakeWords(SampleBlock& b) {
 }
 
 // Stored values of a reading that is one byte of each frame.
-static void LookUpBytes(const uint8_t* readings, const int32_t* table, int32_t* cells) {
-    FillCells(cells, [=](int c) { return table[readings[(c - lead) * frameSize]]; });
+template <class Cell>
+static void LookUpBytes(const uint8_t* readings, const Cell* table, Cell* cells) {
+    FillCells(cells, table, [=](int c) { return readings[(c - lead) * frameSize]; });
 }
 
 // All cells of a block, one frame each.
@@ -51,15 +52,15 @@ static void DecodeFixedFrames(SampleBlock& b, const uint8_t* frames) {
     const ReadingTables& t = readingTables;
     TransposeFrames(frames, b.words);
     TakeWords<version>(b);
-    FillCells16(b.fsus, [&](int c) { return t.front[b.frontRaw[c]]; });
-    FillCells16(b.rsus, [&](int c) { return t.rear[b.rearRaw[c]]; });
+    FillCells(b.fsus, t.front, [&](int c) { return b.frontRaw[c]; });
+    FillCells(b.rsus, t.rear, [&](int c) { return b.rearRaw[c]; });
     LookUpBytes(frames + 6, t.th, b.th);
     LookUpBytes(frames + 9, t.inputs[0], b.inputs[0]);
     LookUpBytes(frames + 10, t.inputs[1], b.inputs[1]);
     if (IsFirstUnitVersion(version)) return;
     LookUpBytes(frames + 11, t.inputs[2], b.inputs[2]);
     LookUpBytes(frames + 12, t.inputs[3], b.inputs[3]);
-    FillCells16(b.vb, [&](int c) { return t.vb[frames[(c - lead) * frameSize + 13]]; });
+    LookUpBytes(frames + 13, t.vb, b.vb);
 }
 
 int CountFixedFrames(int length, int limit) { return std::clamp((length - headerSize) / frameSize, 0, limit); }

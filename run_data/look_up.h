@@ -1,6 +1,7 @@
 // look_up.h -- a block of table values into memory, several with one store: single stores would be what takes the time.
 #pragma once
 #include <cstdint>
+#include <cstring>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -8,28 +9,42 @@
 
 #include "run_data/native_block.h"
 
-// cells[c] = value(c) for all cells of a block. cells are those of a SampleBlock.
-template <class Value>
-inline void FillCells(int32_t* cells, Value value) {
+#ifdef __SSE2__
+// The number at p as the first of four, by one load.
+inline __m128i FirstOfFour(const int32_t* p) {
+    float bits;
+    std::memcpy(&bits, p, sizeof bits);
+    return _mm_castps_si128(_mm_set_ss(bits));
+}
+inline __m128i FourOf(const int32_t* a, const int32_t* b, const int32_t* c, const int32_t* d) {
+    return _mm_unpacklo_epi64(_mm_unpacklo_epi32(FirstOfFour(a), FirstOfFour(b)), _mm_unpacklo_epi32(FirstOfFour(c), FirstOfFour(d)));
+}
+#endif
+
+// cells[c] = table[reading(c)] for all cells of a block. cells are those of a SampleBlock.
+template <class Reading>
+inline void FillCells(int32_t* cells, const int32_t* table, Reading reading) {
 #ifdef __SSE2__
 #pragma GCC unroll 2
-    for (int c = lead; c < blockCells; c += 4)
-        _mm_store_si128(reinterpret_cast<__m128i*>(cells + c), _mm_set_epi32(value(c + 3), value(c + 2), value(c + 1), value(c)));
+    for (int c = lead; c < blockCells; c += 4) {
+        auto at = [&](int i) { return table + reading(c + i); };
+        _mm_store_si128(reinterpret_cast<__m128i*>(cells + c), FourOf(at(0), at(1), at(2), at(3)));
+    }
 #else
-    for (int c = lead; c < blockCells; c++) cells[c] = value(c);
+    for (int c = lead; c < blockCells; c++) cells[c] = table[reading(c)];
 #endif
 }
 
 // The same for values of 16 bits, signed or not.
-template <class Cell, class Value>
-inline void FillCells16(Cell* cells, Value value) {
+template <class Cell, class Reading>
+inline void FillCells(Cell* cells, const Cell* table, Reading reading) {
     static_assert(sizeof(Cell) == 2);
 #ifdef __SSE2__
     for (int c = lead; c < blockCells; c += 8) {
-        auto at = [&](int i) { return static_cast<short>(value(c + i)); };
+        auto at = [&](int i) { return static_cast<short>(table[reading(c + i)]); };
         _mm_store_si128(reinterpret_cast<__m128i*>(cells + c), _mm_set_epi16(at(7), at(6), at(5), at(4), at(3), at(2), at(1), at(0)));
     }
 #else
-    for (int c = lead; c < blockCells; c++) cells[c] = static_cast<Cell>(value(c));
+    for (int c = lead; c < blockCells; c++) cells[c] = table[reading(c)];
 #endif
 }
