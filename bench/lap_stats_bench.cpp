@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "analysis/lap_stats.h"
-#include "app/frame_loop.h"
+#include "bench/long_ride.h"
 #include "bench/ratio.h"
 #include "graph/view_state.h"
 #include "run_data/run_store.h"
@@ -13,24 +13,11 @@
 constexpr int lapTotal = 288;
 constexpr int turns = 21;
 
-static uint32_t Next(uint32_t& state) { return state = state * 1664525 + 1013904223; }
-
-// Slowly moving values with noise, as sensors give them.
-template <class T>
-static void FillChannel(SampleArray<T>& array, int low, int high, uint32_t seed) {
-    int value = (low + high) / 2;
-    for (T& sample : array) {
-        const int step = static_cast<int>(Next(seed) >> 16) % 41 - 20;
-        value = std::clamp(value + step, low, high);
-        sample = static_cast<T>(value);
-    }
-}
-
 static void FillLaps() {
     uint32_t seed = 99;
     lapCount[0] = lapTotal;
     for (int lap = 1; lap < lapTotal; lap++)
-        lapStart[0][lap] = static_cast<uint32_t>(int64_t{sampleLimit} * lap / lapTotal) + (Next(seed) >> 16) % 400;
+        lapStart[0][lap] = static_cast<uint32_t>(int64_t{sampleLimit} * lap / lapTotal) + (NextNumber(seed) >> 16) % 400;
     FillLapEnd(0);
     for (int lap = 1; lap <= lapTotal; lap++) lapLength[0][lap] = distFront[0][lapStart[0][lap]] - distFront[0][lapStart[0][lap - 1]];
     ResetLapChecks(0);
@@ -38,22 +25,7 @@ static void FillLaps() {
 
 // File 1: 8 hours, two sector boundaries on the course.
 static void FillSlot() {
-    LoadDefaults();
-    EnsureChannels(0, sampleLimit + 16);
-    ClearChannels(0, sampleLimit + 16);
-    slotInUse[0] = 1;
-    sampleCount[0] = sampleLimit;
-    FillChannel(Ne[0], 1500, 17000, 1);
-    FillChannel(VFW[0], 0, 3200, 3);
-    FillChannel(VRW[0], 0, 3300, 4);
-    FillChannel(FSUS[0], 0, 12000, 5);
-    FillChannel(RSUS[0], 0, 6000, 6);
-    FillChannel(LAF1[0], 900, 1800, 7);
-    FillChannel(LAF2[0], 900, 1800, 8);
-    FillChannel(AUX1[0], -5000, 5000, 10);
-    FillChannel(AUX2[0], 0, 500, 11);
-    FillChannel(VFSus[0], -2000, 2000, 12);
-    FillChannel(VRSus[0], -2000, 2000, 13);
+    FillLongRide();
     for (int i = 1; i < sampleLimit + 16; i++) distFront[0][i] = distFront[0][i - 1] + VFW[0][i];
     coursePointCount = 900;
     sectorMark[0][1] = 300;
