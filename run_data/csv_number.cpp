@@ -43,6 +43,7 @@ static bool ReadExactDecimal(const char* at, const char* end, double& value) {
 static double ReadByLibrary(const char* at, const char* end) {
     const bool hexadecimal = end - at > 2 && at[0] == '0' && (at[1] | 32) == 'x';
     if (hexadecimal) at += 2;
+    if (hexadecimal && ((*at | 32) == 'i' || (*at | 32) == 'n')) return 0;  // "0xinf" and "0xnan" are the 0 alone
     if (at < end && (*at == '-' || *at == '+')) return 0;  // a second sign
     double value = 0;
     const auto result = std::from_chars(at, end, value, hexadecimal ? std::chars_format::hex : std::chars_format::general);
