@@ -39,11 +39,21 @@ static bool ReadExactDecimal(const char* at, const char* end, double& value) {
     return true;
 }
 
+// Where a hexadecimal number ends: an exponent without digits behind its sign is none. The library reads on at a second sign.
+static const char* EndOfHexadecimal(const char* at, const char* end) {
+    while (at < end && (*at | 32) != 'p') at++;
+    if (at == end) return end;
+    const char* digits = at + 1;
+    if (digits < end && (*digits == '-' || *digits == '+')) digits++;
+    return digits < end && IsDigit(*digits) ? end : at;
+}
+
 // Behind blanks and sign: whatever the library reads.
 static double ReadByLibrary(const char* at, const char* end) {
     const bool hexadecimal = end - at > 2 && at[0] == '0' && (at[1] | 32) == 'x';
     if (hexadecimal) at += 2;
     if (hexadecimal && ((*at | 32) == 'i' || (*at | 32) == 'n')) return 0;  // "0xinf" and "0xnan" are the 0 alone
+    if (hexadecimal) end = EndOfHexadecimal(at, end);
     if (at < end && (*at == '-' || *at == '+')) return 0;  // a second sign
     double value = 0;
     const auto result = std::from_chars(at, end, value, hexadecimal ? std::chars_format::hex : std::chars_format::general);
