@@ -35,9 +35,8 @@ static void Write(HWND window, int (*write)(const CsvProgress&)) {
 
 static void OnOpen(HWND window) {
     writing = false;
-    for (const CsvRate& rate : csvRates)
-        SendDlgItemMessageW(window, listCsvRate, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(rate.caption).c_str()));
-    SendDlgItemMessageW(window, listCsvRate, CB_SETCURSEL, static_cast<WPARAM>(csvDecimation), 0);
+    for (const CsvRate& rate : csvRates) AddListItem(window, listCsvRate, Wide(rate.caption));
+    SelectListItem(window, listCsvRate, csvDecimation);
     CheckControl(window, checkCsvTime, true);
     if (OpenCsvExport()) {
         DisableAll(window);
@@ -68,8 +67,7 @@ static void OnClick(HWND window, int id) {
 
 static void OnCommand(HWND window, int id, int notification) {
     if (writing) return;
-    if (id == listCsvRate && notification == CBN_SELCHANGE)
-        csvDecimation = static_cast<int>(SendDlgItemMessageW(window, id, CB_GETCURSEL, 0, 0));
+    if (id == listCsvRate && notification == CBN_SELCHANGE) csvDecimation = SelectedListItem(window, id);
     if (notification == BN_CLICKED) OnClick(window, id);
 }
 

@@ -1,8 +1,6 @@
 // distribution_dialog.cpp -- the hands of dialog 1024, "percentage".
 #include <windows.h>
 
-#include <cstdio>
-
 #include "analysis/distribution.h"
 #include "platform/dialogs.h"
 #include "platform/win32/controls.h"
@@ -25,22 +23,14 @@ struct TypedFields {
     }
 };
 
-static void ShowNumber(HWND window, int id, int number) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%d", number);
-    SetControlText(window, id, text);
-}
-
 static void ShowBands(HWND window) {
-    for (int field = 0; field < distFields; field++) ShowNumber(window, fieldControls[field], distBands[field]);
+    for (int field = 0; field < distFields; field++) SetControlNumber(window, fieldControls[field], distBands[field]);
 }
 
 static void FillList(HWND window, int id, const char* const* names, int count) {
-    for (int i = 0; i < count; i++) SendDlgItemMessageW(window, id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(names[i]).c_str()));
-    SendDlgItemMessageW(window, id, CB_SETCURSEL, 0, 0);
+    for (int i = 0; i < count; i++) AddListItem(window, id, Wide(names[i]));
+    SelectListItem(window, id, 0);
 }
-
-static int Selected(HWND window, int id) { return static_cast<int>(SendDlgItemMessageW(window, id, CB_GETCURSEL, 0, 0)); }
 
 static void OnOpen(HWND window) {
     OpenDistribution();
@@ -61,7 +51,7 @@ static void ShowResults(HWND window) {
 static void OnClick(HWND window, int id) {
     if (id == buttonDistClose || id == IDCANCEL) EndDialog(window, 0);
     if (id != IDOK) return;
-    distLaps = Selected(window, listDistLaps);
+    distLaps = SelectedListItem(window, listDistLaps);
     Analyze(TypedFields(window).typed);
     ShowResults(window);
 }
@@ -69,9 +59,9 @@ static void OnClick(HWND window, int id) {
 static void OnCommand(HWND window, int id, int notification) {
     for (int field = 0; field < distFields; field++)
         if (id == fieldControls[field] && notification == EN_KILLFOCUS)
-            ShowNumber(window, id, LeaveDistField(static_cast<DistField>(field), ControlText(window, id).c_str()));
+            SetControlNumber(window, id, LeaveDistField(static_cast<DistField>(field), ControlText(window, id).c_str()));
     if (id == listDistChannel && notification == CBN_SELCHANGE) {
-        ChooseDistChannel(Selected(window, id), TypedFields(window).typed);
+        ChooseDistChannel(SelectedListItem(window, id), TypedFields(window).typed);
         ShowBands(window);
     }
     if (notification == BN_CLICKED) OnClick(window, id);

@@ -1,8 +1,6 @@
 // final_simulation_dialog.cpp -- the hands of dialog 1025, "Final Simulation".
 #include <windows.h>
 
-#include <cstdio>
-
 #include "analysis/final_simulation.h"
 #include "platform/dialogs.h"
 #include "platform/win32/controls.h"
@@ -29,24 +27,14 @@ static constexpr ArrowControl arrowControls[] = {
     {arrowRearDown, TeethArrow::rearDown},
 };
 
-static void ShowNumber(HWND window, int id, int number) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%d", number);
-    SetControlText(window, id, text);
-}
-
 static void FillList(HWND window, const ListControl& control) {
-    for (int teeth = control.first; teeth <= control.last; teeth++) {
-        wchar_t text[16];
-        std::swprintf(text, 16, L"%d", teeth);
-        SendDlgItemMessageW(window, control.id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-    }
+    for (int teeth = control.first; teeth <= control.last; teeth++) AddListItem(window, control.id, std::to_wstring(teeth));
 }
 
 static void ShowRatios(HWND window) {
     char text[ratioTextSize];
-    ShowNumber(window, labelFrontTeeth, frontSprocket[0]);
-    ShowNumber(window, labelRearTeeth, rearSprocket[0]);
+    SetControlNumber(window, labelFrontTeeth, frontSprocket[0]);
+    SetControlNumber(window, labelRearTeeth, rearSprocket[0]);
     LoggedRatioText(text);
     SetControlText(window, labelLoggedRatio, text);
     SimulatedRatioText(text);
@@ -54,11 +42,10 @@ static void ShowRatios(HWND window) {
 }
 
 static void ShowAll(HWND window) {
-    for (const ListControl& control : listControls)
-        SendDlgItemMessageW(window, control.id, CB_SETCURSEL, static_cast<WPARAM>(TeethItem(control.list)), 0);
+    for (const ListControl& control : listControls) SelectListItem(window, control.id, TeethItem(control.list));
     ShowRatios(window);
-    ShowNumber(window, labelLoggedTire, rearTyreMm[0]);
-    ShowNumber(window, editSimTire, simTireLength);
+    SetControlNumber(window, labelLoggedTire, rearTyreMm[0]);
+    SetControlNumber(window, editSimTire, simTireLength);
 }
 
 static void OnOpen(HWND window) {
@@ -88,7 +75,7 @@ static void OnClick(HWND window, int id) {
 static void OnCommand(HWND window, int id, int notification) {
     for (const ListControl& control : listControls)
         if (id == control.id && notification == CBN_SELCHANGE) {
-            ChooseTeeth(control.list, static_cast<int>(SendDlgItemMessageW(window, id, CB_GETCURSEL, 0, 0)));
+            ChooseTeeth(control.list, SelectedListItem(window, id));
             ShowRatios(window);
             return;
         }

@@ -15,8 +15,8 @@ static bool importing;  // the close box is dead meanwhile, as the rows and OK a
 
 static void FillList(HWND window, int row) {
     for (int item = 0; const char* text = CsvItemText(row, item); item++)
-        SendDlgItemMessageW(window, firstCsvList + row, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(WideOfUnknown(text).c_str()));
-    SendDlgItemMessageW(window, firstCsvList + row, CB_SETCURSEL, static_cast<WPARAM>(csvRow[row]), 0);  // -1 selects nothing
+        AddListItem(window, firstCsvList + row, WideOfUnknown(text));
+    SelectListItem(window, firstCsvList + row, csvRow[row]);
 }
 
 static void ShowLapType(HWND window) {
@@ -34,7 +34,7 @@ static void OnOpen(HWND window) {
 }
 
 static void TakeSelection(HWND window, int row) {
-    ChooseCsvItem(row, static_cast<int>(SendDlgItemMessageW(window, firstCsvList + row, CB_GETCURSEL, 0, 0)));
+    ChooseCsvItem(row, SelectedListItem(window, firstCsvList + row));
 }
 
 static void ShowProgress(int position) {

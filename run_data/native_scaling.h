@@ -21,8 +21,6 @@ constexpr int trustedVoltage = 901;
 
 // Battery voltage, 0.01 V.
 constexpr int ScaleVoltage(int raw, int version) { return raw * 2000 / FullReading(version); }
-// The lowest battery reading that is believed.
-constexpr int TrustedReading(int version) { return (trustedVoltage * FullReading(version) + 1999) / 2000; }
 
 // Engine speed: raw count / divider; 0 doubles the count. Deltas are scaled the same way.
 constexpr int ScaleEngineSpeed(int raw, int divider) { return divider == 0 ? raw * 2 : raw / divider; }

@@ -14,7 +14,6 @@
 #include "run_data/channels.h"
 
 constexpr int lapTableSize     = 520;   // entries of each lap table
-constexpr int lapTableCleared  = 511;   // entries that count as cleared at the start of a load
 constexpr int lapMarkLimit     = 510;   // a new mark needs an index under this
 constexpr int extremeMarkTotal = 6656;  // entries of the extreme marks of one slot
 constexpr int memoLimit        = 189;   // characters of a memo taken from a log

@@ -3,6 +3,7 @@
 
 #include "analysis/distribution.h"
 #include "tests/cli/cli_run.h"
+#include "tests/cli/sample_run.h"
 #include "tests/test_folder.h"
 #include "tools/sample_log/sample_log.h"
 
@@ -16,8 +17,7 @@ struct CliDistribution : testing::Test {
         SampleLogOptions options;
         options.laps = 2;
         options.seed = seed;
-        const std::vector<uint8_t> bytes = MakeSampleLog(options);
-        return folder.Write(name, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        return WriteSampleRun(folder, name, options);
     }
     CliRun Run(std::vector<std::string> words) {
         words.insert(words.begin(), {"--home", folder.Path(), "distribution"});

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "tests/cli/cli_run.h"
+#include "tests/cli/sample_run.h"
 #include "tests/source_folder.h"
 #include "tests/test_folder.h"
 #include "tools/sample_log/sample_log.h"
@@ -17,8 +18,7 @@ struct CliExport : testing::Test {
     CliExport() {
         SampleLogOptions options;
         options.laps = 3;
-        const std::vector<uint8_t> bytes = MakeSampleLog(options);
-        log = folder.Write("run.zrk", {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        log = WriteSampleRun(folder, "run.zrk", options);
     }
     CliRun Run(std::vector<std::string> words) {
         words.insert(words.begin(), {"--home", folder.Path(), "--set", "ModeSetting.ExpertMode=2", "export"});

@@ -7,6 +7,7 @@
 #include "analysis/lap_stats.h"
 #include "run_data/run_store.h"
 #include "tests/cli/cli_run.h"
+#include "tests/cli/sample_run.h"
 #include "tests/test_folder.h"
 #include "tools/sample_log/sample_log.h"
 
@@ -28,8 +29,7 @@ struct CliLaps : testing::Test {
         SampleLogOptions options;
         options.laps = 5;
         options.seed = seed;
-        const std::vector<uint8_t> bytes = MakeSampleLog(options);
-        return folder.Write(name, std::string(bytes.begin(), bytes.end()));
+        return WriteSampleRun(folder, name, options);
     }
     CliRun Run(std::vector<std::string> words) {
         words.insert(words.begin(), {"--home", folder.Path(), "laps"});

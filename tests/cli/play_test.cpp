@@ -7,6 +7,7 @@
 
 #include "run_data/channels.h"
 #include "tests/cli/cli_run.h"
+#include "tests/cli/sample_run.h"
 #include "tests/test_folder.h"
 #include "tools/sample_log/sample_log.h"
 
@@ -22,8 +23,7 @@ struct CliPlay : testing::Test {
         options.version = 2;
         options.laps = 0;
         options.seconds = seconds;
-        const std::vector<uint8_t> bytes = MakeSampleLog(options);
-        return folder.Write("run.zrk", {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        return WriteSampleRun(folder, "run.zrk", options);
     }
     CliRun Play(const std::string& script, const std::vector<std::string>& files = {}) {
         std::vector<std::string> words = {"--home", folder.Path(), "play", folder.Write("script.txt", script)};

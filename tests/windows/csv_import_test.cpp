@@ -79,19 +79,7 @@ TEST_F(CsvImportDialog, RowsStandThereWithTheirCaptionsAndArePreselected) {
 
 TEST_F(CsvImportDialog, ControlsStandInsideTheDialogAndBesideEachOther) {
     Open(WriteCsv("a.csv", 300));
-    RECT client, taken, common;
-    GetClientRect(dialog, &client);
-    std::vector<RECT> places;
-    for (HWND control = GetWindow(dialog, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
-        if (!IsWindowVisible(control)) continue;
-        GetWindowRect(control, &taken);
-        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&taken), 2);
-        SCOPED_TRACE(WindowText(control) + " " + std::to_string(GetDlgCtrlID(control)));
-        EXPECT_TRUE(taken.left >= 0 && taken.top >= 0 && taken.right <= client.right && taken.bottom <= client.bottom);
-        for (const RECT& place : places) EXPECT_FALSE(IntersectRect(&common, &place, &taken));
-        places.push_back(taken);
-    }
-    EXPECT_EQ(places.size(), 2u * shownRows + 4u);
+    EXPECT_EQ(ControlsInPlace(dialog), 2u * shownRows + 4u);
     PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_TRUE(program.WaitUntilGone(title));
     EXPECT_EQ(program.Close(), 0);

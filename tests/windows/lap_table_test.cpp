@@ -386,19 +386,7 @@ TEST_F(LapDialog, EveryControlStandsInsideTheDialogWithItsCaption) {
     for (const auto& row : captions) EXPECT_EQ(Text(row.id), row.caption);
     for (const int id : expertButtons) EXPECT_TRUE(IsWindowVisible(Control(id))) << id;
     EXPECT_FALSE(IsWindowVisible(Control(buttonCourseReview)));
-    RECT client, taken, common;
-    GetClientRect(dialog, &client);
-    std::vector<RECT> places;
-    for (HWND control = GetWindow(dialog, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
-        if (!IsWindowVisible(control)) continue;
-        GetWindowRect(control, &taken);
-        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&taken), 2);
-        SCOPED_TRACE(WindowText(control) + " " + std::to_string(GetDlgCtrlID(control)));
-        EXPECT_TRUE(taken.left >= 0 && taken.top >= 0 && taken.right <= client.right && taken.bottom <= client.bottom);
-        for (const RECT& place : places) EXPECT_FALSE(IntersectRect(&common, &place, &taken));
-        places.push_back(taken);
-    }
-    EXPECT_EQ(places.size(), 2u * (lines * columns + columns + lines + 1 + 2) + 10u - 1u);
+    EXPECT_EQ(ControlsInPlace(dialog), 2u * (lines * columns + columns + lines + 1 + 2) + 10u - 1u);
     CloseAll();
 }
 

@@ -304,3 +304,19 @@ std::string IniValue(const std::string& ini, const std::string& section, const s
     GetPrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(), L"", value, std::size(value), Wide(ini).c_str());
     return Utf8(value);
 }
+
+size_t ControlsInPlace(HWND dialog) {
+    RECT client, taken, common;
+    GetClientRect(dialog, &client);
+    std::vector<RECT> places;
+    for (HWND control = GetWindow(dialog, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(control)) continue;
+        GetWindowRect(control, &taken);
+        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&taken), 2);
+        SCOPED_TRACE(WindowText(control) + " " + std::to_string(GetDlgCtrlID(control)));
+        EXPECT_TRUE(taken.left >= 0 && taken.top >= 0 && taken.right <= client.right && taken.bottom <= client.bottom);
+        for (const RECT& place : places) EXPECT_FALSE(IntersectRect(&common, &place, &taken));
+        places.push_back(taken);
+    }
+    return places.size();
+}

@@ -76,6 +76,8 @@ std::string ToolOutput(const std::string& name, const std::vector<std::string>& 
 // Controls of a dialog, by id.
 std::string WindowText(HWND window);
 std::string ControlText(HWND dialog, int id);
+// Expects that a dialog's visible controls stand inside it and beside each other; returns how many there are.
+size_t ControlsInPlace(HWND dialog);
 bool ControlChecked(HWND dialog, int id);
 void SetControlText(HWND dialog, int id, const std::string& utf8);
 // Posted, as a sent one would not return while the press has a dialog open.
