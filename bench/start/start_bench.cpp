@@ -19,40 +19,19 @@
 #include <string>
 #include <vector>
 
+#include "bench/start/scratch_folder.h"
 #include "tools/sample_log/sample_log.h"
 
 namespace fs = std::filesystem;
 
 constexpr double giveUpMs = 15000;
 
-static double NowMs() {
-    LARGE_INTEGER count, frequency;
-    QueryPerformanceCounter(&count);
-    QueryPerformanceFrequency(&frequency);
-    return count.QuadPart * 1000.0 / frequency.QuadPart;
-}
-
 // --- the folder --------------------------------------------------------------------------------------------------------
-
-static fs::path OwnFolder() {
-    std::wstring path(32768, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return fs::path(path).parent_path();
-}
-
-struct ScratchFolder {
-    fs::path path = fs::temp_directory_path() / ("start_bench_" + std::to_string(GetCurrentProcessId()));
-    ScratchFolder() { fs::create_directories(path); }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        fs::remove_all(path, ignored);
-    }
-};
 
 static bool Furnish(const fs::path& folder) {
     for (const char* name : {"smallest_window.exe", "ZRKA.exe"}) {
         std::error_code failure;
-        fs::copy_file(OwnFolder() / name, folder / name, failure);
+        fs::copy_file(OwnPath().parent_path() / name, folder / name, failure);
         if (failure) {
             std::fprintf(stderr, "start_bench: %s does not stand beside this program\n", name);
             return false;
@@ -132,15 +111,10 @@ static double StartOnce(const fs::path& folder, const Candidate& candidate) {
     return drawn ? elapsed : -1;
 }
 
-static double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
 int main(int argc, char** argv) {
     const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 21;
     const Candidate candidates[] = {{"smallest window", L"smallest_window.exe", L"smallest"}, {"ZRKA", L"ZRKA.exe", L"ZRKA"}};
-    const ScratchFolder folder;
+    const ScratchFolder folder("start_bench");
     if (!Furnish(folder.path)) return 1;
     std::vector<double> times[2];
     for (int run = -1; run < runs; ++run) {  // the first round warms the caches up
