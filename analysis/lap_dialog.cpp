@@ -29,6 +29,12 @@ struct ShownTable {
     ScrollState scroll;
 };
 static ShownTable shownTables[lapTables];
+// Where a cell is drawn before it goes to its window; as large as the widest.
+struct CellSurface {
+    HDC     context;
+    HBITMAP bitmap;
+};
+static CellSurface cellSurface;
 // The cells' windows, found once: among three hundred controls each search by id takes as long as setting a text.
 static HWND       cellWindows[lapTables][lapLines * lapColumns];
 static int        wheelRest;  // of a notch, in wheel units
@@ -77,7 +83,7 @@ static void ShowScroll(HWND window, int id, ScrollState& shown, const ScrollStat
 static void ShowTable(HWND window, int table) {
     const TableControls& controls = tableControls[table];
     ShownTable& shown = shownTables[table];
-    // A cell's colour is asked for while its text is set: the table at hand is already the new one.
+    // A cell is drawn while its text is set: the table at hand is already the new one.
     for (int line = 0; line < lapLines; line++) {
         for (int column = 0; column < lapColumns; column++)
             ShowCell(cellWindows[table][line * lapColumns + column], shown.cells[line][column], lapCells[table][line][column]);
@@ -97,11 +103,64 @@ static void ShowTables(HWND window) {
     CheckControl(window, checkSectorTime, sectorView != 0);
 }
 
+// --- drawing ---------------------------------------------------------------------------------------------------------------
+
+static void MakeCellSurface(HWND window) {
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    for (const HWND cell : cellWindows[0]) {
+        RECT client;
+        GetClientRect(cell, &client);
+        info.bmiHeader.biWidth = std::max(info.bmiHeader.biWidth, client.right);
+        info.bmiHeader.biHeight = std::max(info.bmiHeader.biHeight, client.bottom);
+    }
+    void* pixels;
+    cellSurface.context = CreateCompatibleDC(nullptr);
+    cellSurface.bitmap = CreateDIBSection(cellSurface.context, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
+    SelectObject(cellSurface.context, cellSurface.bitmap);
+    SelectObject(cellSurface.context, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+    SetBkMode(cellSurface.context, TRANSPARENT);
+}
+
+static void ReleaseCellSurface() {
+    DeleteDC(cellSurface.context);
+    DeleteObject(cellSurface.bitmap);
+    cellSurface = {};
+}
+
+// The brush behind a "Select" label; nullptr for any other control.
+static HBRUSH PaintLabel(HDC surface, int id) {
+    if (id != labelUpperSelect && id != labelLowerSelect) return nullptr;
+    SetBkColor(surface, GetSysColor(COLOR_BTNFACE));
+    return GetSysColorBrush(COLOR_BTNFACE);
+}
+
+// Red letters for the best. The cell goes to the window in one piece: a label clears its place before it writes, and
+// while a table scrolls the empty place can be seen.
+static void DrawCell(const DRAWITEMSTRUCT& item, const LapCell& cell) {
+    const HDC surface = cellSurface.context;
+    RECT place = {0, 0, item.rcItem.right - item.rcItem.left, item.rcItem.bottom - item.rcItem.top};
+    SetTextColor(surface, cell.best ? RGB(255, 0, 0) : GetSysColor(COLOR_BTNTEXT));
+    FillRect(surface, &place, GetSysColorBrush(COLOR_BTNFACE));
+    DrawTextA(surface, cell.text, -1, &place, DT_CENTER | DT_NOPREFIX | DT_SINGLELINE);
+    BitBlt(item.hDC, item.rcItem.left, item.rcItem.top, place.right, place.bottom, surface, 0, 0, SRCCOPY);
+}
+
+static void OnDrawItem(const DRAWITEMSTRUCT& item) {
+    for (int table = 0; table < lapTables; table++) {
+        const int cell = static_cast<int>(item.CtlID) - tableControls[table].cell;
+        if (cell >= 0 && cell < lapLines * lapColumns) DrawCell(item, lapCells[table][cell / lapColumns][cell % lapColumns]);
+    }
+}
+
 // --- acting ----------------------------------------------------------------------------------------------------------------
 
 static void OnOpen(HWND window) {
     std::memset(shownTables, 0, sizeof shownTables);
     FindCells(window);
+    MakeCellSurface(window);
     wheelRest = 0;
     CheckControl(window, checkKeep, keepOn != 0);
     for (const int id : expertButtons) ShowControl(window, id, ExpertToolsShown());
@@ -222,19 +281,6 @@ static void OnWheel(HWND window, int delta, POINT mouse) {
     ShowTable(window, table);
 }
 
-// The brush behind a cell or a "Select" label, red letters for the best; nullptr for any other control.
-static HBRUSH PaintLabel(HDC surface, int id) {
-    for (int table = 0; table < lapTables; table++) {
-        const int cell = id - tableControls[table].cell;
-        const bool isCell = cell >= 0 && cell < lapLines * lapColumns;
-        if (!isCell && id != tableControls[table].select) continue;
-        if (isCell && lapCells[table][cell / lapColumns][cell % lapColumns].best) SetTextColor(surface, RGB(255, 0, 0));
-        SetBkColor(surface, GetSysColor(COLOR_BTNFACE));
-        return GetSysColorBrush(COLOR_BTNFACE);
-    }
-    return nullptr;
-}
-
 static INT_PTR CALLBACK LapDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const auto signedWord = [](auto word) { return static_cast<short>(word); };
     switch (message) {
@@ -244,6 +290,8 @@ static INT_PTR CALLBACK LapDialogProc(HWND window, UINT message, WPARAM wParam, 
         case WM_MOUSEWHEEL:
             OnWheel(window, signedWord(HIWORD(wParam)), {signedWord(LOWORD(lParam)), signedWord(HIWORD(lParam))});
             return TRUE;
+        case WM_DESTROY: ReleaseCellSurface(); return TRUE;
+        case WM_DRAWITEM: OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
         case WM_CTLCOLORSTATIC:
             return reinterpret_cast<INT_PTR>(
                 PaintLabel(reinterpret_cast<HDC>(wParam), GetDlgCtrlID(reinterpret_cast<HWND>(lParam))));

@@ -111,10 +111,10 @@ static void CountPaint(int id) {
     }
 }
 
-// A cell asks the dialog for its colours each time it is painted. A themed button asks for the background under itself
+// The dialog is told to draw a cell each time it is painted. A themed button asks for the background under itself
 // by the message that erases, on a surface of its own.
 static LRESULT CALLBACK WatchedDialog(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_CTLCOLORSTATIC) CountPaint(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)));
+    if (message == WM_DRAWITEM) CountPaint(static_cast<int>(wParam));
     if (message == WM_ERASEBKGND) erasures += WindowFromDC(reinterpret_cast<HDC>(wParam)) == window;
     return CallWindowProcW(dialogProcedure, window, message, wParam, lParam);
 }

@@ -80,11 +80,15 @@ struct LapDialog : testing::Test {
         PostMessageW(Control(id), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
         PostMessageW(Control(id), WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
     }
-    // Whether a control's part of the picture has letters in a clear red.
-    bool IsRed(const Picture& picture, int id) const {
+    RECT Place(int id) const {
         RECT place;
         GetClientRect(Control(id), &place);
         MapWindowPoints(Control(id), dialog, reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+    // Whether a control's part of the picture has letters in a clear red.
+    bool IsRed(const Picture& picture, int id) const {
+        const RECT place = Place(id);
         for (int y = place.top; y < place.bottom; y++)
             for (int x = place.left; x < place.right; x++) {
                 const uint32_t pixel = picture.At(x, y);
@@ -150,12 +154,15 @@ struct LapDialog : testing::Test {
     void MoveScroll(int table, int code, int position = 0) const {
         SendMessageW(dialog, WM_VSCROLL, MAKEWPARAM(code, position), reinterpret_cast<LPARAM>(Control(scrolls[table])));
     }
-    // Over the upper or the lower half of the dialog.
-    void Wheel(int table, int delta) const {
+    // In the upper or the lower half of the dialog.
+    LPARAM MouseOver(int table) const {
         RECT frame;
         GetWindowRect(dialog, &frame);
         const int y = frame.top + (frame.bottom - frame.top) * (table == 0 ? 1 : 3) / 4;
-        SendMessageW(dialog, WM_MOUSEWHEEL, MAKEWPARAM(0, delta), MAKELPARAM((frame.left + frame.right) / 2, y));
+        return MAKELPARAM((frame.left + frame.right) / 2, y);
+    }
+    void Wheel(int table, int delta) const {
+        SendMessageW(dialog, WM_MOUSEWHEEL, MAKEWPARAM(0, delta), MouseOver(table));
     }
 };
 
@@ -286,6 +293,35 @@ TEST_F(LapDialog, TheWheelScrollsTheTableOfItsHalfByOneRowANotch) {
     Wheel(0, 5 * WHEEL_DELTA);
     EXPECT_EQ(Scroll(0).nPos, 0);
     ExpectTable(1, 2, {"--table", "page1", "--first", "1"});
+    CloseAll();
+}
+
+TEST_F(LapDialog, NoCellIsSeenEmptyWhileTheTableScrolls) {
+    ASSERT_NO_FATAL_FAILURE(OpenOn({15}, expert));
+    std::vector<RECT> places;
+    for (int cell = 0; cell < lines * columns; cell++) places.push_back(Place(cells[0] + cell));
+    const auto isEmpty = [](const Picture& picture, const RECT& place) {
+        for (int y = place.top; y < place.bottom; y++)
+            for (int x = place.left; x < place.right; x++)
+                if (picture.At(x, y) != picture.At(place.left, place.top)) return false;
+        return true;
+    };
+    const auto turn = [&](int notches) {
+        PostMessageW(dialog, WM_MOUSEWHEEL, MAKEWPARAM(0, notches * WHEEL_DELTA), MouseOver(0));
+    };
+    for (int i = 0; i < 400; i++) turn(i % 2 == 0 ? -1 : 1);
+    turn(-3);
+    int pictures = 0, empty = 0;
+    EXPECT_TRUE(WaitFor([&] {
+        for (int i = 0; i < 10; i++) {
+            const Picture picture = GrabClient(dialog);
+            for (const RECT& place : places) empty += isEmpty(picture, place);
+            pictures++;
+        }
+        return Scroll(0).nPos == 3;
+    }));
+    EXPECT_EQ(empty, 0) << "in " << pictures << " pictures";
+    ExpectTable(0, 1, {"--table", "page1", "--first", "3"});
     CloseAll();
 }
 
