@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <vector>
 
 #include "app/frame_loop.h"
@@ -11,7 +12,8 @@
 #include "platform/headless/script.h"
 #include "run_data/csv_columns.h"
 #include "run_data/csv_log.h"
-#include "run_data/csv_number.h"
+#include "run_data/csv_values.h"
+#include "run_data/fixed_point.h"
 #include "run_data/run_store.h"
 
 namespace {
@@ -48,23 +50,56 @@ void CheckSlot(int slot) {
 
 bool SameNumber(double a, double b) { return a == b || (a != a && b != b); }
 
-void CheckAgainstPlain(const std::vector<uint8_t>& log, int length) {
+bool SameField(CsvField field, const char* wanted) {
+    return std::strlen(wanted) == static_cast<size_t>(field.length) && std::memcmp(wanted, field.text, field.length) == 0;
+}
+
+// Lines one by one, as the titles are read.
+void CheckLines(const std::vector<uint8_t>& log, int length) {
     CsvText text = StartCsv(log.data(), length);
     PlainCsvReader plain{reinterpret_cast<const char*>(log.data()), length};
-    CsvShape shape;
     for (CsvLine line;;) {
         const bool found = ReadLine(text, line);
         Require(found == plain.ReadLine());
         if (!found) break;
         Require(plain.Split(csvColumnLimit) == line.fields);
-        for (int k = 0; k < line.fields; k++) {
-            Require(std::strlen(plain.field[k]) == static_cast<size_t>(line.field[k].length));
-            Require(std::memcmp(plain.field[k], line.field[k].text, line.field[k].length) == 0);
-            const double wanted = std::atof(plain.field[k]);
-            Require(SameNumber(FieldNumber(line.field[k], shape), wanted));
-            Require(FieldProduct(line.field[k], shape, 100) == TruncToInt(wanted * 100));
-        }
+        for (int k = 0; k < line.fields; k++) Require(SameField(line.field[k], plain.field[k]));
     }
+}
+
+// One column of the lines at hand, which `wanted` holds as text.
+void CheckColumn(const CsvBlock& block, CsvColumn& column, const std::vector<std::string>& wanted) {
+    double numbers[csvBlockLines];
+    int32_t products[csvBlockLines];
+    ReadNumbers(block, column, numbers);
+    CutProducts(numbers, block.lines, 100, 1, products);
+    for (int k = 0; k < block.lines; k++) {
+        Require(SameField(FieldOf(block, k, column.column), wanted[k].c_str()));
+        const double number = std::atof(wanted[k].c_str());
+        Require(SameNumber(numbers[k], number));
+        Require(products[k] == TruncToInt(number * 100));
+    }
+}
+
+// Lines by blocks, and some columns as numbers, with as many columns as the first byte says.
+void CheckBlocks(const std::vector<uint8_t>& log, int length) {
+    static CsvBlock block;
+    const int columns = length > 0 ? log[0] % 16 : 0;
+    StartBlocks(block, StartCsv(log.data(), length), columns);
+    PlainCsvReader plain{reinterpret_cast<const char*>(log.data()), length};
+    std::vector<CsvColumn> readers;
+    for (int k = 0; k < columns; k++) readers.push_back({k, false});
+    for (int wanted = 1; wanted > 0; wanted = block.lines > 0 ? csvBlockLines : 0) {
+        ReadBlock(block, wanted);
+        std::vector<std::vector<std::string>> texts(static_cast<size_t>(columns));
+        for (int k = 0; k < block.lines; k++) {
+            Require(plain.ReadLine());
+            plain.Split(columns);
+            for (int column = 0; column < columns; column++) texts[column].push_back(plain.field[column]);
+        }
+        for (CsvColumn& reader : readers) CheckColumn(block, reader, texts[reader.column]);
+    }
+    Require(!plain.ReadLine());
 }
 
 }  // namespace
@@ -96,6 +131,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     OpenCsvImport(0, log.data(), static_cast<int>(size));
     CheckSlot(0);
     Require(sampleCount[1] == before && slotInUse[1] == inUse);
-    CheckAgainstPlain(log, static_cast<int>(size));
+    CheckLines(log, static_cast<int>(size));
+    CheckBlocks(log, static_cast<int>(size));
     return 0;
 }

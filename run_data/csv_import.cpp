@@ -11,17 +11,17 @@
 #include "platform/window.h"
 #include "run_data/csv_columns.h"
 #include "run_data/csv_measure.h"
-#include "run_data/csv_number.h"
+#include "run_data/csv_values.h"
 #include "run_data/derived_channels.h"
 #include "run_data/run_store.h"
 #include "run_data/setup_values.h"
 
-constexpr int spareSamples      = 32;    // elements of every array behind the last line
-constexpr int shortestLog       = 20;    // samples with distances and derived channels
-constexpr int progressSamples   = 8192;  // between two moves of the bar
-constexpr int servedValues      = 2000;  // samples between two looks at the messages
+constexpr int spareSamples      = 32;             // elements of every array behind the last line
+constexpr int shortestLog       = 20;             // samples with distances and derived channels
+constexpr int progressSamples   = 8192;           // between two moves of the bar
+constexpr int servedValues      = 2000;           // samples between two looks at the messages
 constexpr int servedDistances   = 5000;
-constexpr int blockSamples      = 256;   // values that are at hand at a time
+constexpr int blockSamples      = csvBlockLines;  // values that are at hand at a time
 constexpr int readingPauseMs    = 500;
 
 // --- the slot before ---------------------------------------------------------------------------------------------------
@@ -77,48 +77,55 @@ static void SetCalibration(int slot) {
     }
 }
 
-// What one row of the dialog makes of its field.
+// What one row of the dialog makes of its field: the number x scale. The engine speed is the integer that its field begins
+// with.
 struct RowRule {
     int row;
-    double scale;  // 0: the integer that the field begins with
+    double scale;
 };
 static constexpr RowRule rowRules[] = {
-    {rowNe, 0},     {rowTH, 10},    {rowVFW, 10}, {rowVRW, 10},   {rowFSUS, 100}, {rowRSUS, 100},
+    {rowNe, 1},     {rowTH, 10},    {rowVFW, 10}, {rowVRW, 10},   {rowFSUS, 100}, {rowRSUS, 100},
     {rowLAF1, 100}, {rowLAF2, 100}, {rowVB, 100}, {rowAUX1, 100}, {rowAUX2, 100}, {rowLap, 1},
 };
 
 // A row that has a column.
 struct ActiveRow {
-    int row, column;
+    int row;
+    CsvColumn column;
     double scale, divider;
-    CsvShape shape;
+    int32_t last;  // value of the last line
 };
 struct RowValues {
     ActiveRow active[csvRows];
     int rows;                              // active ones
-    int most;                              // fields of a line that are looked at
     int32_t value[csvRows][blockSamples];  // by row of the dialog
 };
 
-static void ChooseRows(int slot, RowValues& values) {
-    values.rows = values.most = 0;
+// Returns how many fields of a line are looked at.
+static int ChooseRows(int slot, RowValues& values) {
+    int fields = values.rows = 0;
     std::memset(values.value, 0, sizeof values.value);
     for (const RowRule& rule : rowRules) {
         const int column = CsvColumnOf(rule.row), aux = rule.row - rowAUX1;
         if (column < 0) continue;
         const double divider = aux == 0 || aux == 1 ? auxDivider[slot][aux] : 1;
-        values.active[values.rows++] = {rule.row, column, rule.scale, divider, {}};
-        values.most = std::max(values.most, column + 1);
+        values.active[values.rows++] = {rule.row, {column, rule.row == rowNe}, rule.scale, divider, 0};
+        fields = std::max(fields, column + 1);
     }
+    return fields;
 }
 
-// One line into element `at` of every active row.
-static void ReadValues(RowValues& values, const CsvLine& line, int at) {
+// The values of `samples` samples, 1 or more. Kept: with the titles there are as many lines as samples, so the last sample
+// has no line and the last line counts twice.
+static void ReadValues(RowValues& values, const CsvBlock& block, int samples) {
+    double numbers[csvBlockLines];
     for (int k = 0; k < values.rows; k++) {
         ActiveRow& active = values.active[k];
-        const CsvField field = FieldAt(line, active.column);
-        values.value[active.row][at] =
-            active.scale == 0 ? FieldInteger(field, active.shape) : FieldProduct(field, active.shape, active.scale, active.divider);
+        int32_t* const value = values.value[active.row];
+        ReadNumbers(block, active.column, numbers);
+        CutProducts(numbers, block.lines, active.scale, active.divider, value);
+        if (block.lines > 0) active.last = value[block.lines - 1];
+        if (block.lines < samples) value[block.lines] = active.last;
     }
 }
 
@@ -167,21 +174,20 @@ static void InPieces(const CsvWindow& window, int samples, int lines, int barSta
     }
 }
 
-// Kept: with the titles there are as many lines as samples, so the last line is missing one and counts twice.
 static void ReadAllValues(int slot, CsvText text, int lines, const CsvWindow& window) {
     static RowValues values;
-    static CsvLine line;
-    ChooseRows(slot, values);
-    ReadLine(text, line, 0);
+    static CsvBlock block;
+    CsvLine titles;
+    ReadLine(text, titles);
+    StartBlocks(block, text, ChooseRows(slot, values));
     int lapBefore = 0;
     lapCount[slot] = 1;
     InPieces(window, lines, lines, 100, servedValues, [&](int first, int last) {
-        for (int i = first; i <= last; i++) {
-            if (i < lines) ReadLine(text, line, values.most);
-            ReadValues(values, line, i - first);
-        }
-        DeliverAll(slot, values, first, last - first + 1);
-        FindMarks(slot, values.value[rowLap], first, last - first + 1, lapBefore);
+        const int count = last - first + 1;
+        ReadBlock(block, count);
+        ReadValues(values, block, count);
+        DeliverAll(slot, values, first, count);
+        FindMarks(slot, values.value[rowLap], first, count, lapBefore);
     });
     sampleCount[slot] = lines + 1;
 }

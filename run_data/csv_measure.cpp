@@ -6,7 +6,7 @@
 #include "platform/boxes.h"
 #include "platform/window.h"
 #include "run_data/csv_columns.h"
-#include "run_data/csv_number.h"
+#include "run_data/csv_values.h"
 #include "run_data/run_store.h"
 #include "run_data/typed_number.h"
 
@@ -25,37 +25,57 @@ static constexpr FixedTimeBase timeBases[fixedTimeBases] = {{500, 1.0},  {1000, 
                                                            {5000, 0.1}, {10000, 0.05}, {30000, 0.0166667}};
 
 // Whole milliseconds of a time as its decimal digits say, in 0.01 ms.
-static int64_t LineTime(CsvField field, CsvShape& shape) {
-    return int64_t{CutProduct(std::clamp(FieldNumber(field, shape), -longestTime, longestTime), 1000)} * 100;
+static int64_t LineTime(double seconds) {
+    return int64_t{CutProduct(std::clamp(seconds, -longestTime, longestTime), 1000)} * 100;
 }
 
 // Takes in the time of one more line. Kept: the first line counts with what its title reads as, mostly 0.
-static void FollowTime(CsvMeasure& measure, int64_t& before, int64_t time) {
+static void FollowTime(CsvMeasure& measure, int line, int64_t& before, int64_t time) {
     const int64_t step = time - before;
     before = time;
     if (step <= 0) return;
-    if (step != measure.step && measure.step != 0 && measure.lines > settlingLines) measure.irregular = true;
+    if (step != measure.step && measure.step != 0 && line > settlingLines) measure.irregular = true;
     measure.step = step;
+}
+
+static void FollowTimes(CsvMeasure& measure, const CsvBlock& block, CsvColumn& column, int64_t& before) {
+    double seconds[csvBlockLines];
+    ReadNumbers(block, column, seconds);
+    for (int k = 0; k < block.lines; k++) FollowTime(measure, measure.lines + k, before, LineTime(seconds[k]));
+}
+
+static void RaiseMax(int& max, const CsvBlock& block, CsvColumn& column) {
+    double numbers[csvBlockLines];
+    int32_t products[csvBlockLines];
+    ReadNumbers(block, column, numbers);
+    CutProducts(numbers, block.lines, 100, 1, products);
+    max = std::max(max, *std::max_element(products, products + block.lines));
+}
+
+// Kept: the bar moves only where a line happens to end on such a byte.
+static void ShowLines(const CsvBlock& block, int linesBefore, const CsvWindow& window) {
+    for (int k = 0; k < block.lines; k++) {
+        const int64_t cursor = block.start[k + 1];
+        if (cursor % progressBytes == 0) ShowCsvProgress(window, static_cast<int>(100 * cursor / block.text.length));
+    }
+    if ((linesBefore + block.lines) % servedLines == 0) PumpMessages();
 }
 
 CsvMeasure MeasureCsv(CsvText text, const CsvWindow& window) {
     CsvMeasure measure = {};
-    const int timeColumn = CsvColumnOf(rowTime), auxColumn[2] = {CsvColumnOf(rowAUX1), CsvColumnOf(rowAUX2)};
-    const int most = 1 + std::max({timeColumn, auxColumn[0], auxColumn[1]});
+    static CsvBlock block;
+    CsvColumn time = {CsvColumnOf(rowTime), false}, aux[2] = {{CsvColumnOf(rowAUX1), false}, {CsvColumnOf(rowAUX2), false}};
+    StartBlocks(block, text, 1 + std::max({time.column, aux[0].column, aux[1].column}));
     int64_t before = 0;
-    CsvLine line;
-    CsvShape timeShape, auxShape[2];
-    while (ReadLine(text, line, most)) {
-        if (timeColumn >= 0) FollowTime(measure, before, LineTime(FieldAt(line, timeColumn), timeShape));
+    for (;;) {
+        ReadBlock(block, std::min(csvBlockLines, servedLines - measure.lines % servedLines));
+        if (block.lines == 0) return measure;
+        if (time.column >= 0) FollowTimes(measure, block, time, before);
         for (int k = 0; k < 2; k++)
-            if (auxColumn[k] >= 0)
-                measure.auxMax[k] = std::max(measure.auxMax[k], FieldProduct(FieldAt(line, auxColumn[k]), auxShape[k], 100));
-        measure.lines++;
-        // Kept: the bar moves only where a line happens to end on such a byte.
-        if (text.cursor % progressBytes == 0) ShowCsvProgress(window, static_cast<int>(100 * text.cursor / text.length));
-        if (measure.lines % servedLines == 0) PumpMessages();
+            if (aux[k].column >= 0) RaiseMax(measure.auxMax[k], block, aux[k]);
+        ShowLines(block, measure.lines, window);
+        measure.lines += block.lines;
     }
-    return measure;
 }
 
 static int RefuseTimeBase(const char* text) {

@@ -11,7 +11,6 @@
 #include <cstring>
 
 #include "run_data/csv_text.h"
-#include "run_data/fixed_point.h"
 
 // 10^0 to 10^22: the powers of ten that a double holds exactly.
 extern const double exactPowerOfTen[23];
@@ -20,17 +19,7 @@ extern const double exactPowerOfTen[23];
 struct ShortDecimal {
     uint32_t digits;
     int decimals;  // 0 to 7
-    bool negative, point;
-};
-
-// The form of the short decimal before, in the same column: mostly the next one has the same length and its point in the same
-// place, and takes half the work.
-struct CsvShape {
-    int length = -1;              // bytes, sign included; -1 is like no field
-    int sign, shift, decimals;    // bytes of the sign; bits that bring the last byte to the top; as in ShortDecimal
-    bool point;
-    uint64_t expected;            // zero digits and the point
-    uint64_t pointMask, before, behind;  // the point, and the digits on its two sides
+    bool negative;
 };
 
 // The number of eight digits, values 0 to 9, the first one in the lowest byte.
@@ -59,8 +48,7 @@ inline bool ReadShortDecimal(CsvField field, ShortDecimal& number) {
     const uint64_t difference = text ^ 0x2E2E2E2E2E2E2E2E;
     const uint64_t point = (difference - 0x0101010101010101) & ~difference & 0x8080808080808080;  // its lowest bit is the point's
     number.decimals = 0;
-    number.point = point != 0;
-    if (number.point) {
+    if (point != 0) {
         const int at = std::countr_zero(point) - 7;  // bits before the point
         const uint64_t fromPoint = ~uint64_t{0} << at, behind = fromPoint << 8;
         number.decimals = 7 - at / 8;
@@ -71,64 +59,17 @@ inline bool ReadShortDecimal(CsvField field, ShortDecimal& number) {
     return true;
 }
 
-inline void RememberShape(CsvField field, const ShortDecimal& number, CsvShape& shape) {
-    shape.length = field.length;
-    shape.sign = number.negative;
-    shape.decimals = number.decimals;
-    shape.point = number.point;
-    shape.shift = 8 * (8 - field.length + shape.sign);
-    const int at = 8 * (7 - number.decimals);
-    shape.pointMask = number.point ? uint64_t{0xFF} << at : 0;
-    shape.behind = number.point ? ~uint64_t{0} << at << 8 : ~uint64_t{0};
-    shape.before = ~(shape.behind | shape.pointMask);
-    shape.expected = (0x3030303030303030 << shape.shift & ~shape.pointMask) | (0x2E2E2E2E2E2E2E2E & shape.pointMask);
-}
-
-// False for another shape.
-inline bool ReadShaped(CsvField field, const CsvShape& shape, ShortDecimal& number) {
-    if (field.length != shape.length || (shape.sign && field.text[0] != '-')) return false;
-    uint64_t text;
-    std::memcpy(&text, field.text + shape.sign, 8);
-    text = text << shape.shift ^ shape.expected;
-    const uint64_t others = ((text | (text + 0x7676767676767676)) & 0x8080808080808080) | (text & shape.pointMask);
-    if (others != 0) return false;
-    number = {EightDigits((text & shape.behind) | (text & shape.before) << 8), shape.decimals, shape.sign != 0, shape.point};
-    return true;
-}
-
-inline bool ReadShortDecimal(CsvField field, CsvShape& shape, ShortDecimal& number) {
-    if (ReadShaped(field, shape, number)) return true;
-    if (!ReadShortDecimal(field, number)) return false;
-    RememberShape(field, number, shape);
-    return true;
-}
-
 // Any form.
 double ReadAnyNumber(CsvField field);
-int    ReadAnyInteger(CsvField field);
+// The whole number that the field begins with, as atoi reads it: blanks, sign, digits; held inside 32 bits.
+int ReadAnyInteger(CsvField field);
 
-// The number's value. In a column, `shape` is that of the field before.
-inline double FieldNumber(CsvField field, CsvShape& shape) {
-    ShortDecimal number;
-    if (!ReadShortDecimal(field, shape, number)) return ReadAnyNumber(field);
+inline double NumberOf(const ShortDecimal& number) {
     const double value = static_cast<double>(number.digits) / exactPowerOfTen[number.decimals];
     return number.negative ? -value : value;
 }
-
-// The number x scale / divider, each in double, truncated and held inside 32 bits; NaN is 0. Scale is 1 to 1000.
-inline int FieldProduct(CsvField field, CsvShape& shape, double scale, double divider = 1) {
+// The number's value.
+inline double FieldNumber(CsvField field) {
     ShortDecimal number;
-    if (!ReadShortDecimal(field, shape, number)) return TruncToInt(ReadAnyNumber(field) * scale / divider);
-    double value = static_cast<double>(number.digits) / exactPowerOfTen[number.decimals] * scale;
-    if (divider != 1) value /= divider;
-    const int64_t cut = static_cast<int64_t>(value);
-    return Saturate32(number.negative ? -cut : cut);
-}
-
-// The whole number that the field begins with, as atoi reads it: blanks, sign, digits; held inside 32 bits.
-inline int FieldInteger(CsvField field, CsvShape& shape) {
-    ShortDecimal number;
-    if (!ReadShortDecimal(field, shape, number)) return ReadAnyInteger(field);
-    const int value = static_cast<int>(static_cast<double>(number.digits) / exactPowerOfTen[number.decimals]);
-    return number.negative ? -value : value;
+    return ReadShortDecimal(field, number) ? NumberOf(number) : ReadAnyNumber(field);
 }

@@ -22,22 +22,23 @@ struct CsvLine {
     CsvField field[csvColumnLimit];
 };
 
-// A text and how far it has been read. Its bytes are sorted out in blocks of 64, one bit a byte.
+// A text and how far it has been read.
 struct CsvText {
     const char* bytes;  // `length` of them and 1024 zero bytes behind
     int length;
     int64_t cursor;     // start of the next line
-    int64_t block;      // byte of bit 0
-    uint64_t separators, ends;  // from the cursor on; ends are those that end a line, separators are all
 };
+
+inline bool EndsCsvLine(char c) { return c == '\n' || c == '\r' || c == 0; }
+inline bool EndsCsvField(char c) { return c == ',' || c == '"' || EndsCsvLine(c); }
+// Bytes of the line end that starts here, 1 or 2.
+inline int CsvLineEndBytes(const char* end) {
+    return (end[0] == '\r' && end[1] == '\n') || (end[0] == '\n' && end[1] == '\r') ? 2 : 1;
+}
 
 // At the start of the text.
 CsvText StartCsv(const uint8_t* bytes, int length);
+inline bool CsvLineBegins(const CsvText& text) { return text.cursor <= text.length && text.bytes[text.cursor] != 0; }
 // Reads the next line and splits it into at most `most` fields (0 to csvColumnLimit). False when there is none; the line
-// then holds nothing of use.
+// then holds nothing of use. One by one, for the titles: csv_block.h reads the many lines.
 bool ReadLine(CsvText& text, CsvLine& line, int most = csvColumnLimit);
-
-// A field that the line lacks is empty. `column` is 0 or more, or negative for a field that no line has.
-inline CsvField FieldAt(const CsvLine& line, int column) {
-    return column >= 0 && column < line.fields ? line.field[column] : CsvField{"\0\0\0\0\0\0\0", 0};
-}

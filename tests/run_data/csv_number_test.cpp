@@ -20,11 +20,8 @@ struct InText {
         field = {bytes.data(), static_cast<int>(text.size())};
     }
 };
-// All tests read on as if in one column, so that every form meets the shape of every other.
-CsvShape shape;
-double Number(const std::string& text) { return FieldNumber(InText(text).field, shape); }
-int Product(const std::string& text, double scale, double divider = 1) { return FieldProduct(InText(text).field, shape, scale, divider); }
-int Integer(const std::string& text) { return FieldInteger(InText(text).field, shape); }
+double Number(const std::string& text) { return FieldNumber(InText(text).field); }
+int Integer(const std::string& text) { return ReadAnyInteger(InText(text).field); }
 
 // The same double; all that is no number is alike, and so are both zeros.
 void ExpectLikeAtof(const std::string& text) {
@@ -34,8 +31,6 @@ void ExpectLikeAtof(const std::string& text) {
         return;
     }
     EXPECT_EQ(read, wanted) << text;
-    for (double scale : {1.0, 10.0, 100.0}) EXPECT_EQ(Product(text, scale), TruncToInt(wanted * scale)) << text;
-    for (double divider : {10.0, 100.0}) EXPECT_EQ(Product(text, 100, divider), TruncToInt(wanted * 100 / divider)) << text;
 }
 
 TEST(CsvNumber, FormsAreReadAsAtofReadsThem) {
@@ -74,18 +69,6 @@ TEST(CsvNumber, RandomNumbersAreReadAsAtofReadsThem) {
     }
 }
 
-TEST(CsvNumber, ShapeOfTheFieldBeforeChangesNothing) {
-    const char* const forms[] = {"12.34", "56.78", "5,678", "-2.34", "12.3-", "1.234", "1234.", ".1234", "12345", "12-34", "12/34", "1 .34", "12.3\xB0",
-                                 "12.34567", "1234567.", ".1234567", "12345678", "-.5", "-5.", "-55", "5", ".", "-", "1e345", "+1.34"};
-    for (const char* before : forms)
-        for (const char* text : forms) {
-            Number(before);
-            ExpectLikeAtof(text);
-            Number(before);
-            EXPECT_EQ(Integer(text), std::atoi(text)) << text;
-        }
-}
-
 TEST(CsvNumber, RandomBytesAreReadAsAtofReadsThem) {
     std::mt19937 random(5);
     const std::string letters = "0123456789012345678901234567890123456789...--++eExX fiInNaA\t";
@@ -101,24 +84,8 @@ TEST(CsvNumber, BytesBehindTheFieldDoNotCount) {
     for (const char* behind : {"99999999", "........", "\0\0\0\0\0\0\0\0", "eeeeeeee"})
         for (const char* text : {"1", "12", "12.5", "1234567", "-3", ""}) {
             const InText field(text, std::string(behind, 8).c_str()), alone(text, "\n");
-            EXPECT_EQ(FieldNumber(field.field, shape), StandardAtof(text)) << text << behind;
+            EXPECT_EQ(FieldNumber(field.field), StandardAtof(text)) << text << behind;
         }
-}
-
-TEST(CsvNumber, ProductsAreTruncatedAsComputedInDouble) {
-    EXPECT_EQ(Product("0.29", 100), 28);  // 0.29 * 100 is just below 29
-    EXPECT_EQ(Product("-0.29", 100), -28);
-    EXPECT_EQ(Product("12.39", 10), 123);
-    EXPECT_EQ(Product("-12.39", 10), -123);
-    EXPECT_EQ(Product("400.00", 100, 10), 4000);
-}
-
-TEST(CsvNumber, ProductsAreHeldInside32Bits) {
-    EXPECT_EQ(Product("99999999", 100), INT32_MAX);
-    EXPECT_EQ(Product("-9999999", 1000), INT32_MIN);
-    EXPECT_EQ(Product("1e30", 1), INT32_MAX);
-    EXPECT_EQ(Product("-inf", 1), INT32_MIN);
-    EXPECT_EQ(Product("nan", 100), 0);
 }
 
 TEST(CsvNumber, IntegersEndAtTheFirstByteThatIsNoDigit) {

@@ -4,28 +4,15 @@
 
 #include <random>
 #include <string>
-#include <vector>
 
-#include "bench/plain_csv_import.h"
+#include "tests/run_data/csv_lines.h"
 
 namespace {
 
-using Lines = std::vector<std::vector<std::string>>;
-
-// The text with exactly the margin that is promised behind it.
-struct Padded {
-    std::vector<uint8_t> bytes;
-    int length;
-    explicit Padded(const std::string& text) : bytes(text.begin(), text.end()), length(static_cast<int>(text.size())) {
-        bytes.resize(text.size() + 1024, 0);
-        bytes.shrink_to_fit();
-    }
-};
-
-Lines AllLines(const std::string& bytes, int most = csvColumnLimit) {
-    const Padded padded(bytes);
-    CsvText text = StartCsv(padded.bytes.data(), padded.length);
-    Lines lines;
+CsvLines AllLines(const std::string& bytes, int most = csvColumnLimit) {
+    const PaddedCsv padded(bytes);
+    CsvText text = padded.Start();
+    CsvLines lines;
     for (CsvLine line; ReadLine(text, line, most);) {
         lines.emplace_back();
         for (int k = 0; k < line.fields; k++) lines.back().emplace_back(line.field[k].text, line.field[k].length);
@@ -33,30 +20,19 @@ Lines AllLines(const std::string& bytes, int most = csvColumnLimit) {
     return lines;
 }
 
-Lines PlainLines(const std::string& bytes, int most = csvColumnLimit) {
-    const Padded padded(bytes);
-    PlainCsvReader reader{reinterpret_cast<const char*>(padded.bytes.data()), padded.length};
-    Lines lines;
-    while (reader.ReadLine()) {
-        const int fields = reader.Split(most);
-        lines.emplace_back(reader.field, reader.field + fields);
-    }
-    return lines;
-}
-
 TEST(CsvText, CommasAndQuotesSeparateFields) {
-    EXPECT_EQ(AllLines("Time,\"Ne (rpm)\",TH\n0.005,100,2"), (Lines{{"Time", "Ne (rpm)", "TH"}, {"0.005", "100", "2"}}));
+    EXPECT_EQ(AllLines("Time,\"Ne (rpm)\",TH\n0.005,100,2"), (CsvLines{{"Time", "Ne (rpm)", "TH"}, {"0.005", "100", "2"}}));
 }
 
 TEST(CsvText, EmptyFieldDoesNotCountAndTheNextOnesMoveLeft) {
-    EXPECT_EQ(AllLines("a,,b\n,\"\",c,\n,,,\n"), (Lines{{"a", "b"}, {"c"}, {}}));
+    EXPECT_EQ(AllLines("a,,b\n,\"\",c,\n,,,\n"), (CsvLines{{"a", "b"}, {"c"}, {}}));
 }
 
-TEST(CsvText, BlanksBelongToTheField) { EXPECT_EQ(AllLines(" a , ,b \n"), (Lines{{" a ", " ", "b "}})); }
+TEST(CsvText, BlanksBelongToTheField) { EXPECT_EQ(AllLines(" a , ,b \n"), (CsvLines{{" a ", " ", "b "}})); }
 
 TEST(CsvText, EveryLineEndCountsOnceAndDoubleOnesAreOne) {
-    EXPECT_EQ(AllLines("a\nb\rc\r\nd\n\re"), (Lines{{"a"}, {"b"}, {"c"}, {"d"}, {"e"}}));
-    EXPECT_EQ(AllLines("a\n\nb\r\rc\r\n\r\nd"), (Lines{{"a"}, {}, {"b"}, {}, {"c"}, {}, {"d"}}));
+    EXPECT_EQ(AllLines("a\nb\rc\r\nd\n\re"), (CsvLines{{"a"}, {"b"}, {"c"}, {"d"}, {"e"}}));
+    EXPECT_EQ(AllLines("a\n\nb\r\rc\r\n\r\nd"), (CsvLines{{"a"}, {}, {"b"}, {}, {"c"}, {}, {"d"}}));
 }
 
 TEST(CsvText, LastLineNeedsNoEnd) {
@@ -65,13 +41,13 @@ TEST(CsvText, LastLineNeedsNoEnd) {
 }
 
 TEST(CsvText, ZeroByteEndsALineAndTwoEndTheText) {
-    EXPECT_EQ(AllLines(std::string("a,b\0c\nd", 7)), (Lines{{"a", "b"}, {"c"}, {"d"}}));
-    EXPECT_EQ(AllLines(std::string("a\0\0b\n", 5)), (Lines{{"a"}}));
-    EXPECT_EQ(AllLines(std::string("\0a\n", 3)), Lines{});
-    EXPECT_EQ(AllLines(std::string("a\n\0b\n", 5)), (Lines{{"a"}}));
+    EXPECT_EQ(AllLines(std::string("a,b\0c\nd", 7)), (CsvLines{{"a", "b"}, {"c"}, {"d"}}));
+    EXPECT_EQ(AllLines(std::string("a\0\0b\n", 5)), (CsvLines{{"a"}}));
+    EXPECT_EQ(AllLines(std::string("\0a\n", 3)), CsvLines{});
+    EXPECT_EQ(AllLines(std::string("a\n\0b\n", 5)), (CsvLines{{"a"}}));
 }
 
-TEST(CsvText, EmptyTextHasNoLine) { EXPECT_EQ(AllLines(""), Lines{}); }
+TEST(CsvText, EmptyTextHasNoLine) { EXPECT_EQ(AllLines(""), CsvLines{}); }
 
 TEST(CsvText, LineOf2044BytesIsReadAndOneOf2045EndsTheText) {
     const std::string fits(2044, 'x'), longer(2045, 'x'), much(70000, 'x');
@@ -84,7 +60,7 @@ TEST(CsvText, LineOf2044BytesIsReadAndOneOf2045EndsTheText) {
 
 TEST(CsvText, FieldIsCutTo127Bytes) {
     EXPECT_EQ(AllLines(std::string(127, 'x') + "," + std::string(128, 'y') + ",z\n"),
-              (Lines{{std::string(127, 'x'), std::string(127, 'y'), "z"}}));
+              (CsvLines{{std::string(127, 'x'), std::string(127, 'y'), "z"}}));
 }
 
 TEST(CsvText, FieldsBehindTheWantedOnesAreLeftOut) {
@@ -92,22 +68,13 @@ TEST(CsvText, FieldsBehindTheWantedOnesAreLeftOut) {
     for (int k = 0; k < 101; k++) text += std::to_string(k) + ",";
     EXPECT_EQ(AllLines(text + "\nb\n")[0].size(), 100u);
     EXPECT_EQ(AllLines(text + "\nb\n")[0][99], "99");
-    EXPECT_EQ(AllLines("a,b,c\nd\n", 2), (Lines{{"a", "b"}, {"d"}}));
-    EXPECT_EQ(AllLines("a,b,c\nd\n", 0), (Lines{{}, {}}));
-}
-
-TEST(CsvText, FieldThatTheLineLacksIsEmpty) {
-    CsvLine line;
-    line.fields = 1;
-    line.field[0] = {"x", 1};
-    EXPECT_EQ(FieldAt(line, 0).length, 1);
-    EXPECT_EQ(FieldAt(line, 1).length, 0);
-    EXPECT_EQ(FieldAt(line, -1).length, 0);
+    EXPECT_EQ(AllLines("a,b,c\nd\n", 2), (CsvLines{{"a", "b"}, {"d"}}));
+    EXPECT_EQ(AllLines("a,b,c\nd\n", 0), (CsvLines{{}, {}}));
 }
 
 TEST(CsvText, CursorPastTheEndGoesBackToTheStart) {
-    const Padded padded("a");
-    CsvText text = StartCsv(padded.bytes.data(), padded.length);
+    const PaddedCsv padded("a");
+    CsvText text = padded.Start();
     CsvLine line;
     EXPECT_TRUE(ReadLine(text, line));
     EXPECT_EQ(text.cursor, 2);
@@ -115,7 +82,7 @@ TEST(CsvText, CursorPastTheEndGoesBackToTheStart) {
     EXPECT_EQ(text.cursor, 0);
 }
 
-// Line ends and separators at every place of a block, against a reader that goes byte by byte.
+// Against a reader that copies every byte.
 TEST(CsvText, AnyBytesGiveTheLinesOfThePlainReader) {
     std::mt19937 random(7);
     const std::string letters = "ab12.-,,,\"\n\r";
@@ -124,7 +91,7 @@ TEST(CsvText, AnyBytesGiveTheLinesOfThePlainReader) {
         for (char& c : text) c = random() % 97 == 0 ? '\0' : letters[random() % letters.size()];
         if (round % 50 == 0) text.insert(random() % (text.size() + 1), std::string(random() % 2100, 'x'));
         const int most = round % 3 == 0 ? 3 : csvColumnLimit;
-        ASSERT_EQ(AllLines(text, most), PlainLines(text, most)) << text;
+        ASSERT_EQ(AllLines(text, most), PlainCsvLines(text, most)) << text;
     }
 }
 
