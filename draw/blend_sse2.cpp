@@ -1,9 +1,36 @@
 #include <algorithm>
-#include <cstring>
 
 #include "draw/fill_sse2.h"
 
 namespace sse2 {
+
+// --- one colour over long rows -------------------------------------------------------------------------------------------
+
+constexpr int rowGap = 512;  // pixels
+
+template <class Blend>
+static void FillRowsApart(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Blend& blend) {
+    for (; height > 0; --height, pixels += pitch) {
+        const uint32_t* ahead = height > rowsAhead ? pixels + rowsAhead * pitch : pixels;
+        int x = 0;
+        for (; x + cacheLine <= width; x += cacheLine) {
+            Fetch(ahead + x);
+            for (uint32_t* p = pixels + x; p < pixels + x + cacheLine; p += 4) Store4(p, blend.All(Load4(p)));
+        }
+        FillWith(pixels + x, pitch, width - x, 1, blend);
+    }
+}
+
+void FillLongRows(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Paint& paint) {
+    if (pitch - width < rowGap) return FillPixels(pixels, pitch, width, height, paint);
+    switch (paint.kind) {
+        case BlendKind::alpha: return FillRowsApart(pixels, pitch, width, height, AlphaOf(paint));
+        case BlendKind::add: return FillRowsApart(pixels, pitch, width, height, Add{Four(paint.source)});
+        case BlendKind::subtract: return FillRowsApart(pixels, pitch, width, height, Subtract{Four(paint.source)});
+        case BlendKind::multiply: return FillRowsApart(pixels, pitch, width, height, Multiply{Low(Four(paint.source))});
+        default: return FillPixels(pixels, pitch, width, height, paint);
+    }
+}
 
 // --- one colour through a mask -----------------------------------------------------------------------------------------
 // One pixel at a time, as words: most of a glyph's box is empty.
@@ -72,6 +99,15 @@ struct MixAlpha {
     }
     Pixels operator()(Pixels d, Pixels s) const { return _mm_packus_epi16(Half(Low(d), Low(s)), Half(High(d), High(s))); }
 };
+// Alpha with the full parameter: (s x 255 + d x rest) / 255 is s + d x rest / 255.
+struct MixOver {
+    Pixels operator()(Pixels d, Pixels s) const {
+        const Pixels uncovered = _mm_srli_epi32(_mm_xor_si128(s, Four(0xFFFFFFFF)), 24);
+        const Pixels rest = _mm_or_si128(uncovered, _mm_slli_epi32(uncovered, 16));
+        const Pixels low = Scale(Low(d), _mm_unpacklo_epi32(rest, rest)), high = Scale(High(d), _mm_unpackhi_epi32(rest, rest));
+        return _mm_adds_epu8(s, _mm_packus_epi16(low, high));
+    }
+};
 // source x factor / 255, four pixels.
 static inline Pixels ScalePixels(Pixels s, Pixels factor) {
     return _mm_packus_epi16(Scale(Low(s), factor), Scale(High(s), factor));
@@ -97,7 +133,7 @@ static void MixWith(uint32_t* row, const uint32_t* source, int count, const Mix&
     const Pixels kept = Four(mix.keptBits), set = Four(mix.setBits);
     const Pixels brightness = Low(Four(mix.brightness));
     const bool neutral = mix.brightness == 0xFFFFFFFF, copies = mix.kind == BlendKind::copy;
-    const auto mixFour = [&](Pixels d, Pixels s) {
+    const auto mixFour = [=](Pixels d, Pixels s) {
         if (!neutral) s = ScalePixels(s, brightness);
         Pixels drawn = _mm_or_si128(_mm_and_si128(kept, d), _mm_andnot_si128(kept, blend(d, s)));
         drawn = _mm_or_si128(drawn, set);
@@ -107,12 +143,11 @@ static void MixWith(uint32_t* row, const uint32_t* source, int count, const Mix&
     };
     int x = 0;
     for (; x + 4 <= count; x += 4) Store4(row + x, mixFour(Load4(row + x), Load4(source + x)));
-    if (x == count) return;
-    uint32_t d[4] = {}, s[4] = {};
-    std::memcpy(d, row + x, (count - x) * sizeof d[0]);
-    std::memcpy(s, source + x, (count - x) * sizeof s[0]);
-    Store4(d, mixFour(Load4(d), Load4(s)));
-    std::memcpy(row + x, d, (count - x) * sizeof d[0]);
+    if (count & 2) {
+        Store2(row + x, mixFour(Load2(row + x), Load2(source + x)));
+        x += 2;
+    }
+    if (count & 1) Store1(row + x, mixFour(Load1(row + x), Load1(source + x)));
 }
 
 void MixRow(uint32_t* row, const uint32_t* source, int count, const Mix& mix) {
@@ -120,7 +155,9 @@ void MixRow(uint32_t* row, const uint32_t* source, int count, const Mix& mix) {
     switch (mix.kind) {
         case BlendKind::nothing: return;
         case BlendKind::copy: return MixWith(row, source, count, mix, MixCopy{});
-        case BlendKind::alpha: return MixWith(row, source, count, mix, MixAlpha{parameter});
+        case BlendKind::alpha:
+            if (mix.parameter == 255) return MixWith(row, source, count, mix, MixOver{});
+            return MixWith(row, source, count, mix, MixAlpha{parameter});
         case BlendKind::add: return MixWith(row, source, count, mix, MixAdd{parameter});
         case BlendKind::subtract: return MixWith(row, source, count, mix, MixSubtract{parameter});
         case BlendKind::multiply: return MixWith(row, source, count, mix, MixMultiply{});
@@ -140,11 +177,15 @@ void ReadTexels(uint32_t* out, const uint32_t* row, int count, const Texels& tex
     for (; x < count; ++x) Store1(out + x, Prepare(Load1(row + x), texels));
 }
 
-// Words: (a x (256 - weight) + b x weight + 128) / 256, at most 65408 on the way.
-static inline Pixels LerpWords(Pixels a, Pixels b, Pixels weight) {
-    const Pixels rest = _mm_sub_epi16(Words(256), weight);
-    const Pixels sum = _mm_add_epi16(_mm_mullo_epi16(a, rest), _mm_mullo_epi16(b, weight));
-    return _mm_srli_epi16(_mm_add_epi16(sum, Words(128)), 8);
+// Words of the lower or upper half: (a x (256 - weight) + b x weight + 128) / 256, as a x 256 + 128 + (b - a) x weight, which
+// wraps on the way and ends at 65408 at most.
+static inline Pixels LerpLow(Pixels a, Pixels b, Pixels weight) {
+    const Pixels start = _mm_unpacklo_epi8(_mm_set1_epi8(-128), a);
+    return _mm_srli_epi16(_mm_add_epi16(start, _mm_mullo_epi16(_mm_sub_epi16(Low(b), Low(a)), weight)), 8);
+}
+static inline Pixels LerpHigh(Pixels a, Pixels b, Pixels weight) {
+    const Pixels start = _mm_unpackhi_epi8(_mm_set1_epi8(-128), a);
+    return _mm_srli_epi16(_mm_add_epi16(start, _mm_mullo_epi16(_mm_sub_epi16(High(b), High(a)), weight)), 8);
 }
 
 void LerpRows(uint32_t* out, const uint32_t* top, const uint32_t* bottom, int count, int weight) {
@@ -152,10 +193,10 @@ void LerpRows(uint32_t* out, const uint32_t* top, const uint32_t* bottom, int co
     int x = 0;
     for (; x + 4 <= count; x += 4) {
         const Pixels a = Load4(top + x), b = Load4(bottom + x);
-        Store4(out + x, _mm_packus_epi16(LerpWords(Low(a), Low(b), w), LerpWords(High(a), High(b), w)));
+        Store4(out + x, _mm_packus_epi16(LerpLow(a, b, w), LerpHigh(a, b, w)));
     }
     for (; x < count; ++x) {
-        const Pixels value = LerpWords(Low(Load1(top + x)), Low(Load1(bottom + x)), w);
+        const Pixels value = LerpLow(Load1(top + x), Load1(bottom + x), w);
         Store1(out + x, _mm_packus_epi16(value, value));
     }
 }
@@ -163,9 +204,9 @@ void LerpRows(uint32_t* out, const uint32_t* top, const uint32_t* bottom, int co
 // Number of the first of two taps, not yet held inside the image, and the weight of the second.
 static inline int FirstTap(int64_t position) { return static_cast<int>((position - oneTexel / 2) >> 32); }
 static inline int TapWeight(int64_t position) { return static_cast<int>((position - oneTexel / 2) >> 24 & 255); }
-// Lower two words-pixels to one: left x (256 - weight) + right x weight.
+// Two pixels to one between them.
 static inline Pixels LerpPair(Pixels leftRight, int weight) {
-    const Pixels value = LerpWords(leftRight, _mm_srli_si128(leftRight, 8), Words(weight));
+    const Pixels value = LerpLow(leftRight, _mm_srli_si128(leftRight, 4), Words(weight));
     return _mm_packus_epi16(value, value);
 }
 // Two neighbouring pixels of a row that begins with number `base`, the taps held inside 0 to last.
@@ -174,10 +215,39 @@ static inline Pixels LoadPair(const uint32_t* row, int first, int last, int base
     return Four(row[std::clamp(first, 0, last) - base]);
 }
 
+// Four pixels whose taps all lie inside the row, from position `at` on, which is that of a first tap.
+static inline Pixels LerpFour(const uint32_t* row, int64_t at, int64_t step, Pixels laneSteps) {
+    Pixels weight = _mm_srli_epi32(_mm_add_epi32(Four(static_cast<uint32_t>(at)), laneSteps), 24);
+    weight = _mm_or_si128(weight, _mm_slli_epi32(weight, 16));
+    const auto pairs = [row](int64_t first, int64_t second) {  // left, left, right, right
+        return _mm_unpacklo_epi32(Load2(row + (first >> 32)), Load2(row + (second >> 32)));
+    };
+    const Pixels low = pairs(at, at + step), high = pairs(at + 2 * step, at + 3 * step);
+    return _mm_packus_epi16(LerpLow(low, _mm_unpackhi_epi64(low, low), _mm_unpacklo_epi32(weight, weight)),
+                            LerpLow(high, _mm_unpackhi_epi64(high, high), _mm_unpackhi_epi32(weight, weight)));
+}
+
 void LerpAlong(uint32_t* out, const uint32_t* row, int count, const Walk& walk, int base, int last) {
+    const int64_t step = walk.uStep;
+    const uint64_t inside = static_cast<uint64_t>(last) << 32;  // first taps from 0 to here have a neighbour
+    const auto lane = [step](int number) { return static_cast<int>(static_cast<uint32_t>(number * step)); };
+    const Pixels laneSteps = _mm_setr_epi32(0, lane(1), lane(2), lane(3));
     int64_t u = walk.u;
-    for (int x = 0; x < count; ++x, u += walk.uStep)
-        Store1(out + x, LerpPair(Low(LoadPair(row, FirstTap(u), last, base)), TapWeight(u)));
+    const auto one = [&](uint32_t* p) {
+        Store1(p, LerpPair(LoadPair(row, FirstTap(u), last, base), TapWeight(u)));
+        u += step;
+    };
+    int x = 0;
+    for (; x + 4 <= count; x += 4) {
+        const int64_t at = u - oneTexel / 2;
+        if (static_cast<uint64_t>(at) < inside && static_cast<uint64_t>(at + 3 * step) < inside) {
+            Store4(out + x, LerpFour(row - base, at, step, laneSteps));
+            u += 4 * step;
+        } else {
+            for (int i = 0; i < 4; ++i) one(out + x + i);
+        }
+    }
+    for (; x < count; ++x) one(out + x);
 }
 
 void LerpTexels(uint32_t* out, int count, const Walk& walk, const Texels& texels) {
@@ -189,7 +259,8 @@ void LerpTexels(uint32_t* out, int count, const Walk& walk, const Texels& texels
         const uint32_t* bottom = texels.pixels + ptrdiff_t{texels.pitch} * std::clamp(row + 1, 0, lowest);
         const Pixels upper = Prepare(LoadPair(top, column, right), texels);
         const Pixels lower = Prepare(LoadPair(bottom, column, right), texels);
-        Store1(out + x, LerpPair(LerpWords(Low(upper), Low(lower), Words(TapWeight(v))), TapWeight(u)));
+        const Pixels down = LerpLow(upper, lower, Words(TapWeight(v)));
+        Store1(out + x, LerpPair(_mm_packus_epi16(down, down), TapWeight(u)));
     }
 }
 

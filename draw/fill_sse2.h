@@ -23,6 +23,12 @@ inline void Store1(uint32_t* p, Pixels value) { *p = static_cast<uint32_t>(_mm_c
 inline void Store2(uint32_t* p, Pixels value) { _mm_storel_epi64(reinterpret_cast<Pixels*>(p), value); }
 inline void Store4(uint32_t* p, Pixels value) { _mm_storeu_si128(reinterpret_cast<Pixels*>(p), value); }
 
+// Rows of a panel in the window lie apart. The processor looks ahead along one row, but has to be told where the next ones
+// begin, else each begins with a wait for memory.
+constexpr int cacheLine = 16;  // pixels
+constexpr int rowsAhead = 3;
+inline void Fetch(const uint32_t* pixels) { _mm_prefetch(reinterpret_cast<const char*>(pixels), _MM_HINT_T1); }
+
 // --- one colour ----------------------------------------------------------------------------------------------------
 // Each blend says what becomes of four pixels and, more cheaply, of the lower two.
 

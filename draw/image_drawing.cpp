@@ -37,8 +37,8 @@ static void DrawMapped(Image& image, Destination to, bool transparent) {
     mapped.smooth = drawState.smooth;
     // A transparent draw looks only where something shows; the filter reaches one texel further.
     const bool turned = to.walk.vStep != 0 || to.walk.uStep <= 0;
-    mapped.blocks      = clear && !turned ? image.visibleBlocks.get() : nullptr;
-    mapped.blockTexels = BlockTexels(source);
+    mapped.visibleBits = clear && !turned ? image.visibleBits.get() : nullptr;
+    mapped.maskWords   = MaskWords(source);
     const TexelBox box = clear ? VisibleTexels(image) : TexelBox{0, 0, source.width, source.height};
     mapped.uLow  = oneTexel * std::max(box.left - 1, 0);
     mapped.vLow  = oneTexel * std::max(box.top - 1, 0);

@@ -32,6 +32,9 @@ static const uint32_t* TexelRow(const Texels& texels, int64_t row) {
     return texels.pixels + ptrdiff_t{texels.pitch} * std::clamp<int64_t>(row, 0, texels.height - 1);
 }
 
+// Whether texels need no preparation.
+static bool AreReady(const Texels& texels) { return !texels.keyed && texels.opaqueBits == 0; }
+
 static void NearestRow(uint32_t* out, int count, const Walk& walk, const Texels& texels) {
     int64_t u = walk.u, v = walk.v;
     for (int x = 0; x < count; ++x, u += walk.uStep, v += walk.vStep)
@@ -42,24 +45,29 @@ static void NearestRow(uint32_t* out, int count, const Walk& walk, const Texels&
 static void ReadFilteredDown(uint32_t* out, int first, int last, int64_t v, const Texels& texels) {
     const int64_t shifted = v - oneTexel / 2;
     const int weight = static_cast<int>(shifted >> 24 & 255), count = last - first + 1;
-    uint32_t below[chunk + 2];
-    sse2::ReadTexels(out, TexelRow(texels, shifted >> 32) + first, count, texels);
+    const uint32_t* top    = TexelRow(texels, shifted >> 32) + first;
+    const uint32_t* bottom = TexelRow(texels, (shifted >> 32) + 1) + first;
+    if (weight != 0 && AreReady(texels)) return sse2::LerpRows(out, top, bottom, count, weight);
+    sse2::ReadTexels(out, top, count, texels);
     if (weight == 0) return;
-    sse2::ReadTexels(below, TexelRow(texels, (shifted >> 32) + 1) + first, count, texels);
+    uint32_t below[chunk + 5];
+    sse2::ReadTexels(below, bottom, count, texels);
     sse2::LerpRows(out, out, below, count, weight);
 }
 
-// Samples along a row. An unturned walk that stretches filters down once per texel, not once per pixel.
+// Samples along a row, up to three more than asked. An unturned walk that stretches filters down once per texel, not once per pixel.
 static void SmoothRow(uint32_t* out, int count, const Walk& walk, const Texels& texels) {
     const int last = texels.width - 1;
+    count = (count + 3) / 4 * 4;  // fours are quicker than a rest
     const int64_t end = walk.u + walk.uStep * (count - 1);
     const auto texel = [&](int64_t u, int offset) {
         return std::clamp(static_cast<int>((u - oneTexel / 2) >> 32) + offset, 0, last);
     };
     const int first = texel(std::min(walk.u, end), 0), final = texel(std::max(walk.u, end), 1);
     if (walk.vStep != 0 || final - first + 1 > chunk + 2) return sse2::LerpTexels(out, count, walk, texels);
-    uint32_t down[chunk + 2];
-    ReadFilteredDown(down, first, final, walk.v, texels);
+    uint32_t down[chunk + 5];
+    const int whole = std::min((final - first + 4) / 4 * 4, last - first + 1);
+    ReadFilteredDown(down, first, first + whole - 1, walk.v, texels);
     sse2::LerpAlong(out, down, count, walk, first, last);
 }
 
@@ -68,19 +76,30 @@ static bool IsPlainCopy(const MappedImage& image) {
            static_cast<uint32_t>(image.walk.u) == oneTexel / 2 && static_cast<uint32_t>(image.walk.v) == oneTexel / 2;
 }
 
-static void MixSamples(uint32_t* row, int count, Walk walk, const MappedImage& image, bool plainCopy) {
+// At most a chunk of columns.
+static void MixChunk(uint32_t* row, int count, const Walk& walk, const MappedImage& image, bool plainCopy) {
+    const Texels& texels = image.texels;
     uint32_t samples[chunk];
-    for (; count > 0; count -= chunk, row += chunk) {
-        const int part = std::min(count, chunk);
-        if (plainCopy)
-            sse2::ReadTexels(samples, TexelRow(image.texels, walk.v >> 32) + (walk.u >> 32), part, image.texels);
-        else if (image.smooth)
-            SmoothRow(samples, part, walk, image.texels);
+    const uint32_t* source = samples;
+    if (plainCopy) {
+        const uint32_t* found = TexelRow(texels, walk.v >> 32) + (walk.u >> 32);
+        if (AreReady(texels))
+            source = found;
         else
-            NearestRow(samples, part, walk, image.texels);
-        sse2::MixRow(row, samples, part, image.mix);
-        walk.u += walk.uStep * part;
-        walk.v += walk.vStep * part;
+            sse2::ReadTexels(samples, found, count, texels);
+    } else if (image.smooth) {
+        SmoothRow(samples, count, walk, texels);
+    } else {
+        NearestRow(samples, count, walk, texels);
+    }
+    sse2::MixRow(row, source, count, image.mix);
+}
+
+static void MixSamples(uint32_t* row, int count, const Walk& walk, const MappedImage& image, bool plainCopy) {
+    if (count <= chunk) return MixChunk(row, count, walk, image, plainCopy);
+    for (int done = 0; done < count; done += chunk) {
+        const Walk part{walk.u + walk.uStep * done, walk.v + walk.vStep * done, walk.uStep, walk.vStep};
+        MixChunk(row + done, std::min(count - done, chunk), part, image, plainCopy);
     }
 }
 
@@ -107,24 +126,44 @@ static bool FillEqualRow(uint32_t* row, int count, const Walk& walk, const Mappe
     return true;
 }
 
+// The first texel from `from` on that shows in one of two rows, or that shows in neither with `flip` all ones.
+static int NextTexel(const uint64_t* top, const uint64_t* bottom, int words, int from, uint64_t flip) {
+    int word = from / 64;
+    if (word >= words) return words * 64;
+    uint64_t bits = ((top[word] | bottom[word]) ^ flip) & ~uint64_t{0} << from % 64;
+    while (bits == 0) {
+        if (++word == words) return words * 64;
+        bits = (top[word] | bottom[word]) ^ flip;
+    }
+    return word * 64 + std::countr_zero(bits);
+}
+
+// The columns of one row of the target.
+struct TargetRow {
+    uint32_t* pixels;
+    const uint32_t* ahead;  // the same columns some rows on, to be fetched
+    int count;
+};
+
 // Mixes the columns under which something shows: a picture of a thin line is mostly clear.
-static void MixVisibleBlocks(uint32_t* row, int count, const Walk& walk, const MappedImage& image, bool plainCopy) {
+static void MixVisibleRuns(const TargetRow& row, const Walk& walk, const MappedImage& image, bool plainCopy) {
     const int64_t texelRow = (walk.v - oneTexel / 2) >> 32;  // the filter's first one; a plain copy takes it or the next
-    const auto blocksOf = [&](int64_t y) { return image.blocks[std::clamp<int64_t>(y, 0, image.texels.height - 1)]; };
-    uint64_t blocks = blocksOf(texelRow) | blocksOf(texelRow + 1);
+    const auto bitsOf = [&](int64_t y) {
+        return image.visibleBits + ptrdiff_t{image.maskWords} * std::clamp<int64_t>(y, 0, image.texels.height - 1);
+    };
+    const uint64_t *top = bitsOf(texelRow), *bottom = bitsOf(texelRow + 1);
     int64_t done = 0;
-    while (blocks) {
-        const int first = std::countr_zero(blocks), end = first + std::countr_one(blocks >> first);
-        int64_t from = done, to = count;
-        // The filter reaches one texel further.
-        LimitColumns(walk.u, walk.uStep, oneTexel * (int64_t{first} * image.blockTexels - 1),
-                     oneTexel * (int64_t{end} * image.blockTexels + 1), &from, &to);
-        if (from < to) {
-            const Walk part{walk.u + walk.uStep * from, walk.v, walk.uStep, 0};
-            MixSamples(row + from, static_cast<int>(to - from), part, image, plainCopy);
-            done = to;
-        }
-        blocks = end < 64 ? blocks >> end << end : 0;
+    int first = 0, end = 0;
+    while ((first = NextTexel(top, bottom, image.maskWords, end, 0)) < image.texels.width) {
+        end = NextTexel(top, bottom, image.maskWords, first, ~uint64_t{0});
+        int64_t from = done, to = row.count;
+        // The filter reaches half a texel further.
+        LimitColumns(walk.u, walk.uStep, oneTexel * first - oneTexel / 2, oneTexel * end + oneTexel / 2, &from, &to);
+        if (from >= to) continue;
+        for (int64_t x = from; x < to; x += sse2::cacheLine) sse2::Fetch(row.ahead + x);
+        const Walk part{walk.u + walk.uStep * from, walk.v, walk.uStep, 0};
+        MixSamples(row.pixels + from, static_cast<int>(to - from), part, image, plainCopy);
+        done = to;
     }
 }
 
@@ -132,6 +171,7 @@ void RasterImage(const MappedImage& image) {
     const PixelRect& area = image.area;
     const bool plainCopy = IsPlainCopy(image), turned = image.walk.vStep != 0 || image.uDown != 0;
     const bool narrow = !plainCopy && !turned && image.texels.width <= narrowRow && area.right - area.left > narrowRow;
+    const ptrdiff_t ahead = ptrdiff_t{drawState.target.surface.pitch} * sse2::rowsAhead;
     Walk walk = image.walk;
     for (int y = area.top; y < area.bottom; ++y, walk.u += image.uDown, walk.v += image.vDown) {
         int64_t first = 0, last = area.right - area.left;
@@ -142,8 +182,8 @@ void RasterImage(const MappedImage& image) {
         const int count = static_cast<int>(last - first);
         const Walk start{walk.u + walk.uStep * first, walk.v + walk.vStep * first, walk.uStep, walk.vStep};
         if (narrow && FillEqualRow(row, count, start, image)) continue;
-        if (image.blocks)
-            MixVisibleBlocks(row, count, start, image, plainCopy);
+        if (image.visibleBits)
+            MixVisibleRuns({row, y + sse2::rowsAhead < area.bottom ? row + ahead : row, count}, start, image, plainCopy);
         else
             MixSamples(row, count, start, image, plainCopy);
     }

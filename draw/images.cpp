@@ -50,13 +50,14 @@ int AddImage(int width, int height, const ImageOptions& options) {
     if (!allowed || width < 1 || height < 1 || width > imageSideLimit || height > imageSideLimit) return noHandle;
     const int pitch = ((width + 15) / 16 | 1) * 16;
     std::unique_ptr<uint32_t[]> memory{new (std::nothrow) uint32_t[size_t(pitch) * height]()};
-    std::unique_ptr<uint64_t[]> blocks{new (std::nothrow) uint64_t[size_t(height)]};
-    if (!memory || !blocks) return noHandle;
+    const Surface surface{memory.get(), width, height, pitch};
+    std::unique_ptr<uint64_t[]> bits{new (std::nothrow) uint64_t[size_t(height) * MaskWords(surface)]};
+    if (!memory || !bits) return noHandle;
     const int handle = FreeHandle();
     images[handle]   = Image{};
-    images[handle].surface = {memory.get(), width, height, pitch};
+    images[handle].surface = surface;
     images[handle].memory  = std::move(memory);
-    images[handle].visibleBlocks = std::move(blocks);
+    images[handle].visibleBits = std::move(bits);
     images[handle].options = options;
     images[handle].keyable = !options.alpha;
     return handle;
@@ -140,13 +141,16 @@ static bool IsClear(const Image& image, uint32_t texel, Color key) {
     return image.keyable && texel == key;
 }
 
-static uint64_t VisibleBlocks(const Image& image, const uint32_t* row, Color key) {
-    const int width = image.surface.width, size = BlockTexels(image.surface);
-    uint64_t blocks = 0, bit = 1;
-    for (int x = 0; x < width; bit <<= 1)
-        for (const int end = std::min(x + size, width); x < end; ++x)
-            if (!IsClear(image, row[x], key)) blocks |= bit;
-    return blocks;
+constexpr int shortGap = 4;  // texels; to leave out fewer costs more than to draw them
+
+static void FindVisibleBits(const Image& image, const uint32_t* row, Color key, uint64_t* bits) {
+    std::fill_n(bits, MaskWords(image.surface), uint64_t{0});
+    int next = image.surface.width;  // the first texel that is not in the mask and could follow a gap
+    for (int x = 0; x < image.surface.width; ++x) {
+        if (IsClear(image, row[x], key)) continue;
+        for (int at = x - next < shortGap ? std::min(next, x) : x; at <= x; ++at) bits[at / 64] |= uint64_t{1} << at % 64;
+        next = x + 1;
+    }
 }
 
 const TexelBox& VisibleTexels(Image& image) {
@@ -156,7 +160,7 @@ const TexelBox& VisibleTexels(Image& image) {
     TexelBox box{s.width, s.height, 0, 0};
     for (int y = 0; y < s.height; ++y) {
         const uint32_t* row = s.pixels + ptrdiff_t{s.pitch} * y;
-        image.visibleBlocks[y] = VisibleBlocks(image, row, key);
+        FindVisibleBits(image, row, key, &image.visibleBits[size_t(y) * MaskWords(s)]);
         int left = 0, right = s.width;
         while (left < right && IsClear(image, row[left], key)) ++left;
         while (right > left && IsClear(image, row[right - 1], key)) --right;

@@ -22,7 +22,7 @@ struct Image {
     Color key;
     // Box of the texels that a transparent draw shows; found anew when the image has changed or the colour is another.
     TexelBox visible;
-    std::unique_ptr<uint64_t[]> visibleBlocks;  // a word per row: bit b for the texels from b x BlockTexels on
+    std::unique_ptr<uint64_t[]> visibleBits;  // MaskWords a row, a bit for each texel; short gaps count as visible
     Color visibleKey;
     bool visibleKnown;
 };
@@ -30,13 +30,13 @@ struct Image {
 void DefaultImages();
 // nullptr for a bad handle.
 Image* FindImage(int handle);
-// Width of the blocks into which a row is divided, 64 at most, to leave out those in which nothing shows.
-inline int BlockTexels(const Surface& surface) { return (surface.width + 63) / 64; }
+// Words of the mask of a row's visible texels; the bits behind the last texel are 0.
+inline int MaskWords(const Surface& surface) { return (surface.width + 63) / 64; }
 // Makes a black image, or a clear one with alpha; -1 when there is no memory for it or a side is out of range.
 int AddImage(int width, int height, const ImageOptions& options);
 // The colour that a transparent draw leaves out; meaningless in an image with an alpha channel.
 Color TransparentColorOf(const Image& image);
-// The box, and with it the blocks.
+// The box, and with it the bits.
 const TexelBox& VisibleTexels(Image& image);
 // Makes the surface of the window the target again after it was made anew.
 void TargetBackBuffer();

@@ -24,15 +24,17 @@ struct MappedImage {
     Walk walk;              // at the centre of the area's first pixel; its steps are those to the next column
     int64_t uDown, vDown;   // steps to the next row
     int64_t uLow, uHigh, vLow, vHigh;
-    const uint64_t* blocks; // of each row, those in which something shows; nullptr: all
-    int blockTexels;
+    const uint64_t* visibleBits;  // of each row, maskWords for the texels that show; nullptr: all
+    int maskWords;
     bool smooth;            // linear filter, else the texel at hand
     Mix mix;
 };
 
+constexpr int wideArea = 128;  // pixels; a width from which on some preparation pays
 struct BackEnd {
     // `source` is that of a colour under the rule at hand.
     void (*fill)(int left, int top, int width, int height, uint32_t source);
+    void (*fillWide)(int left, int top, int width, int height, uint32_t source);  // the same from wideArea pixels on
     void (*cover)(const PixelRect& area, const uint8_t* coverage, int coveragePitch, uint32_t source);
     void (*image)(const MappedImage& image);
 };

@@ -8,7 +8,10 @@
 
 static void FillArea(const PixelRect& rect, uint32_t source) {
     const PixelRect area = ClipToTarget(rect);
-    if (!Empty(area)) backEnd->fill(area.left, area.top, area.right - area.left, area.bottom - area.top, source);
+    if (Empty(area)) return;
+    const int width = area.right - area.left, height = area.bottom - area.top;
+    if (width < wideArea) return backEnd->fill(area.left, area.top, width, height, source);
+    backEnd->fillWide(area.left, area.top, width, height, source);
 }
 
 // The same in 64 bits, since what lies outside may lie far outside.

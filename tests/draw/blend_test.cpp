@@ -48,6 +48,20 @@ TEST(BlendVersions, FillPixelsAgree) {
     }
 }
 
+// In one piece and with gaps between the rows, fewer rows and more than are fetched ahead.
+TEST(BlendVersions, FillOfLongRowsAgrees) {
+    Random random(8);
+    for (int turn = 0; turn < 300; ++turn) {
+        const int width = random.Between(100, 300), height = random.Between(0, 8);
+        const int pitch = width + (random.Below(2) ? random.Below(4) : random.Between(500, 530));
+        const Paint paint = RandomPaint(random, kinds[turn % 6]);
+        std::vector<uint32_t> a = RandomPixels(random, pitch * height + 1), b = a;
+        plain::FillPixels(a.data(), pitch, width, height, paint);
+        sse2::FillLongRows(b.data(), pitch, width, height, paint);
+        ExpectSameBytes(a, b);
+    }
+}
+
 TEST(BlendVersions, CoverRowsAgree) {
     Random random(2);
     for (int turn = 0; turn < 3000; ++turn) {
@@ -122,6 +136,25 @@ TEST(BlendVersions, LerpAlongAgrees) {
         std::vector<uint32_t> a(count), b(count);
         plain::LerpAlong(a.data(), row.data(), count, walk, 0, width - 1);
         sse2::LerpAlong(b.data(), row.data(), count, walk, 0, width - 1);
+        ExpectSameBytes(a, b);
+    }
+}
+
+// Rows in which most taps lie inside, read from a part of the image.
+TEST(BlendVersions, LerpAlongAgreesOverLongRows) {
+    Random random(9);
+    for (int turn = 0; turn < 1000; ++turn) {
+        const int width = random.Between(40, 90), base = random.Below(2) ? random.Below(30) : 0, count = random.Between(20, 60);
+        const int last = base + width - 1 - (base ? random.Below(2) : 0);
+        const std::vector<uint32_t> row = RandomPixels(random, width);
+        const int64_t step = static_cast<int64_t>(random.Next()) * (random.Below(2) ? 1 : -1);
+        // from the left end on, or backwards from the right one; a row that begins inside the image has all its taps inside
+        const int64_t low = oneTexel * (base ? base + 1 : -1), high = oneTexel * (base + width - 1);
+        const int64_t room = std::min<int64_t>(oneTexel * (width - 3) / count, step < 0 ? -step : step) * (step < 0 ? -1 : 1);
+        const Walk walk{step < 0 ? high : low, 0, base ? room : step, 0};
+        std::vector<uint32_t> a(count), b(count);
+        plain::LerpAlong(a.data(), row.data(), count, walk, base, last);
+        sse2::LerpAlong(b.data(), row.data(), count, walk, base, last);
         ExpectSameBytes(a, b);
     }
 }

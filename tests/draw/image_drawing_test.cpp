@@ -333,7 +333,7 @@ TEST_F(ImageDrawing, VisibleBoxLeavesOutOnlyWhatDoesNotShow) {
     }
 }
 
-TEST_F(ImageDrawing, VisibleBlocksLeaveOutOnlyWhatDoesNotShow) {
+TEST_F(ImageDrawing, VisibleBitsLeaveOutOnlyWhatDoesNotShow) {
     constexpr int modes[] = {blendNone, blendAlpha, blendAdd, blendSubtract, blendMultiply};
     Random random(32);
     for (int turn = 0; turn < 400; ++turn) {
@@ -355,7 +355,7 @@ TEST_F(ImageDrawing, VisibleBlocksLeaveOutOnlyWhatDoesNotShow) {
         const std::vector<uint32_t> drawn = draw();
         Image& found  = *FindImage(image);
         found.visible = {0, 0, columns, rows};
-        std::fill_n(found.visibleBlocks.get(), rows, ~uint64_t{0});
+        std::fill_n(found.visibleBits.get(), rows * MaskWords(found.surface), ~uint64_t{0});
         ASSERT_EQ(draw(), drawn) << turn;
         DeleteImage(image);
     }
