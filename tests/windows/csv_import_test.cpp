@@ -13,6 +13,7 @@ constexpr int rows = 16, shownRows = 13;
 constexpr const char* captions[rows] = {"Base Time(s)", " Ne(rpm)", "TH(%)", "VFW(km/h)", "VRW(kn/h)", "FrSUS(mm)", "RrSUS(mm)", "LAF1",
                                         "LAF2", "VB(V)", "AUX1", "AUX2", "LAP", "Distance", "", ""};
 constexpr const char* title = "[CSV] Load data selection";
+constexpr RECT traces = {600, 100, 10000, 10000};  // where the list of keys, which fades, is not
 
 struct CsvImportDialog : testing::Test {
     Program program;
@@ -110,7 +111,7 @@ TEST_F(CsvImportDialog, OkImportsWithNotesAndProgressAndTheTracesAppear) {
     EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
     EXPECT_TRUE(program.WaitUntilGone(title));
     EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program.toolbar) != FALSE; }));
-    EXPECT_GT(program.RestingPicture().DifferentPixels(before), 1000);
+    EXPECT_GT(program.RestingPicture().DifferentPixels(before, traces), 1000);
     EXPECT_EQ(program.Close(), 0);
 }
 
@@ -126,7 +127,7 @@ TEST_F(CsvImportDialog, SelectionOfTheUserCountsAtOk) {
     Choose(0, 1);
     Click(dialog, IDOK);
     EXPECT_TRUE(program.WaitUntilGone(title));
-    EXPECT_GT(program.RestingPicture().DifferentPixels(chosen, {0, 100, 10000, 10000}), 300);  // its trace is there
+    EXPECT_GT(program.RestingPicture().DifferentPixels(chosen, traces), 300);  // its trace is there
     EXPECT_EQ(program.Close(), 0);
 }
 
@@ -138,24 +139,55 @@ TEST_F(CsvImportDialog, TimeBaseThatCannotBeUsedIsToldOverTheDialog) {
     EXPECT_EQ(program.Close(), 0);
 }
 
-TEST_F(CsvImportDialog, ClosingWithoutOkLeavesTheTracesAndTakesTheTitle) {
-    SampleLogOptions options;
-    options.laps = 1;
-    const std::string log = program.WriteLog("a.zrk", options);
+struct CsvImportGivenUp : CsvImportDialog {
+    // A log of a rider of its own.
+    void OpenLog(int button, const std::string& name, uint64_t seed) {
+        SampleLogOptions options;
+        options.laps = 1;
+        options.seed = seed;
+        Click(program.toolbar, button);
+        ASSERT_TRUE(program.WaitForWindow("Open"));
+        ASSERT_TRUE(program.AnswerFileDialog("Open", program.WriteLog(name, options)));
+        ASSERT_TRUE(WaitFor([&] { return IsWindowEnabled(program.toolbar) != FALSE; }));
+    }
+    // Opens a CSV log for File 1, closes its dialog without OK, and expects the picture of before, but for File 1's title.
+    void GiveUpAndCompare() {
+        ASSERT_TRUE(program.LetKeyListFade());
+        const Picture before = program.RestingPicture();
+        Open(WriteCsv("another name.csv", 3000));
+        PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
+        ASSERT_TRUE(program.WaitUntilGone(title));
+        ASSERT_TRUE(WaitFor([&] { return IsWindowEnabled(program.toolbar) != FALSE; }));
+        // The load that was given up lets its log fade in once more.
+        const RECT fileTitle = {10, 16, 300, 32};
+        const Picture after = program.RestingPicture();
+        const int different = after.DifferentPixels(before);
+        EXPECT_GT(different, 20);
+        EXPECT_EQ(after.DifferentPixels(before, fileTitle), different);
+    }
+};
+TEST_F(CsvImportGivenUp, LeavesTheLogThatWasThereAndTakesTheTitle) {
     const Picture empty = program.RestingPicture();
-    Click(program.toolbar, 1033);
-    ASSERT_TRUE(program.WaitForWindow("Open"));
-    ASSERT_TRUE(program.AnswerFileDialog("Open", log));
-    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program.toolbar) != FALSE; }));
-    const Picture before = program.RestingPicture();
-    Open(WriteCsv("another name.csv", 3000));
-    PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
-    EXPECT_TRUE(program.WaitUntilGone(title));
-    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program.toolbar) != FALSE; }));
-    const RECT top = {0, 0, 300, 40}, traces = {0, 100, 10000, 10000};
-    const Picture after = program.RestingPicture();
-    EXPECT_GT(after.DifferentPixels(empty, traces), 1000);
-    EXPECT_GT(after.DifferentPixels(before, top), 20);
+    OpenLog(1033, "a.zrk", 1);
+    EXPECT_GT(program.RestingPicture().DifferentPixels(empty, traces), 1000);
+    GiveUpAndCompare();
+    EXPECT_EQ(program.Close(), 0);
+}
+
+TEST_F(CsvImportGivenUp, LeavesALogInFile2) {
+    const Picture empty = program.RestingPicture();
+    OpenLog(1034, "b.zrk", 2);
+    EXPECT_GT(program.RestingPicture().DifferentPixels(empty, traces), 1000);
+    GiveUpAndCompare();
+    EXPECT_EQ(program.Close(), 0);
+}
+
+TEST_F(CsvImportGivenUp, LeavesTwoLogsBesideEachOther) {
+    OpenLog(1033, "a.zrk", 1);
+    const Picture alone = program.RestingPicture();
+    OpenLog(1034, "b.zrk", 2);
+    EXPECT_GT(program.RestingPicture().DifferentPixels(alone, traces), 1000);
+    GiveUpAndCompare();
     EXPECT_EQ(program.Close(), 0);
 }
 

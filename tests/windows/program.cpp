@@ -240,6 +240,26 @@ Picture Program::RestingPicture() const {
     return last;
 }
 
+bool Program::LetKeyListFade() const {
+    // Its head, in grey on the blue of the grid, left of all traces; and a key that draws frames and does nothing else.
+    constexpr RECT head = {300, 64, 445, 80};
+    constexpr ULONGLONG pressAgainMs = 300;
+    ULONGLONG pressed = 0;
+    return WaitFor(
+        [&] {
+            if (GetTickCount64() - pressed > pressAgainMs) {
+                Type('C');
+                pressed = GetTickCount64();
+            }
+            const Picture now = GrabClient(main);
+            for (int y = head.top; y < head.bottom; y++)
+                for (int x = head.left; x < head.right; x++)
+                    if (now.At(x, y) & 0xFF0000) return false;
+            return true;
+        },
+        120);
+}
+
 HWND Program::Find(const std::string& title) const {
     return FindWindowOf(process.dwProcessId,
                         [&](HWND window) { return window != main && window != toolbar && WindowText(window) == title; });

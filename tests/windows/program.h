@@ -53,6 +53,9 @@ struct Program {
     int Close();
     // Waits until the picture no longer changes: the program is at rest.
     Picture RestingPicture() const;
+    // Waits until the list of keys has gone that stands over the traces after the start. It fades by the frame: where the program
+    // rests before, some of it stays until frames are drawn again, and no two pictures are the same there.
+    bool LetKeyListFade() const;
     // Shows the main window minimised, maximised or restored, and waits until it stays so.
     bool Show(int command) const;
     // A key as the main window receives it.
