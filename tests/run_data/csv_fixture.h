@@ -2,6 +2,7 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <map>
 #include <string>
@@ -68,6 +69,24 @@ std::string TimedLines(const std::string& titles, int lines, Fields fields, int 
     }
     return text;
 }
+
+// `lines` lines with the same fields.
+inline std::string EqualLines(const std::string& titles, int lines, const char* fields, int stepMs = 5) {
+    return TimedLines(titles, lines, [fields](int) { return std::string(fields); }, stepMs);
+}
+// Numbers in one column.
+inline std::string Column(const std::string& title, const std::vector<int>& values) {
+    return TimedLines(title, static_cast<int>(values.size()), [&](int i) { return std::to_string(values[i]); });
+}
+// Lines with these times in ms.
+inline std::string LinesAt(const std::vector<int>& times) {
+    std::string text = "Time,Ne\n";
+    for (int time : times) text += std::to_string(time / 1000.0) + ",1000\n";
+    return text;
+}
+
+constexpr const char* baseTimeProblem = "There was a problem with BaseTime data.\r\nManually setting the BaseTime.";
+constexpr const char* baseTimeIncompatible = "The BaseTime that is not compatible.";
 
 // The one box that was shown.
 inline void ExpectBox(const char* text) {
