@@ -13,54 +13,45 @@
 //   15      unused                                                    unused
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
 
 #include "run_data/log_header.h"
-#include "run_data/look_up.h"
 #include "run_data/native_frames.h"
 #include "run_data/native_header.h"
-#include "run_data/native_tables.h"
+#include "run_data/native_scaling.h"
 #include "run_data/transpose_frames.h"
 
-// Readings that are parts of words.
 template <int version>
-static void TakeWords(SampleBlock& b) {
+static void TakeReadings(SampleBlock& b) {
     constexpr bool firstUnit = IsFirstUnitVersion(version);
     constexpr int speedBits = firstUnit ? 0x7FFF : 0x0FFF;
     constexpr int lowBits = firstUnit ? 0 : 3;  // of the strokes
-    const float divisor = readingTables.neDivisor;
-    for (int c = lead; c < blockCells; c++) b.ne[c] = static_cast<uint16_t>(static_cast<int>(b.words[0][c] / divisor));
-    for (int c = lead; c < blockCells; c++) b.vfwWord[c] = b.words[1][c];
-    for (int c = lead; c < blockCells; c++) b.vfw[c] = b.words[1][c] & speedBits;
-    for (int c = lead; c < blockCells; c++) b.vrw[c] = b.words[2][c] & speedBits;
-    for (int c = lead; c < blockCells; c++) b.throttleRaw[c] = b.words[3][c] >> 8;
-    for (int c = lead; c < blockCells; c++)
-        b.frontRaw[c] = static_cast<uint16_t>((b.words[3][c] & 0xFF) << 2 | (b.words[2][c] >> 14 & lowBits));
-    for (int c = lead; c < blockCells; c++)
-        b.rearRaw[c] = static_cast<uint16_t>(b.words[4][c] >> 8 << 2 | (b.words[2][c] >> 12 & lowBits));
-    for (int c = lead; version == 2 && c < blockCells; c++) b.flag[c] = b.words[7][c] >> 15;
-}
-
-// Stored values of a reading that is one byte of each frame.
-template <class Cell>
-static void LookUpBytes(const uint8_t* readings, const Cell* table, Cell* cells) {
-    FillCells(cells, table, [=](int c) { return readings[(c - lead) * frameSize]; });
+    auto take = [](auto* cells, auto reading) {
+        for (int c = lead; c < blockCells; c++) cells[c] = static_cast<std::remove_pointer_t<decltype(cells)>>(reading(c));
+    };
+    auto high = [&](int word) { return [cells = b.words[word]](int c) { return cells[c] >> 8; }; };
+    auto low = [&](int word) { return [cells = b.words[word]](int c) { return cells[c] & 0xFF; }; };
+    take(b.vfw, [&](int c) { return b.words[vfwWord][c] & speedBits; });
+    take(b.vrw, [&](int c) { return b.words[vrwWord][c] & speedBits; });
+    take(b.fields[throttleField], high(3));
+    take(b.throttleRaw, high(3));
+    take(b.fields[frontField], [&](int c) { return (b.words[3][c] & 0xFF) << 2 | (b.words[vrwWord][c] >> 14 & lowBits); });
+    take(b.fields[rearField], [&](int c) { return b.words[4][c] >> 8 << 2 | (b.words[vrwWord][c] >> 12 & lowBits); });
+    take(b.fields[inputFields], low(4));
+    take(b.fields[inputFields + 1], high(5));
+    if (firstUnit) return;
+    take(b.fields[inputFields + 2], low(5));
+    take(b.fields[inputFields + 3], high(6));
+    take(b.fields[voltageField], low(6));
+    if (version == 2) take(b.flag, [&](int c) { return b.words[7][c] >> 15; });
 }
 
 // All cells of a block, one frame each.
 template <int version>
 static void DecodeFixedFrames(SampleBlock& b, const uint8_t* frames) {
-    const ReadingTables& t = readingTables;
     TransposeFrames(frames, b.words);
-    TakeWords<version>(b);
-    FillCells(b.fsus, t.front, [&](int c) { return b.frontRaw[c]; });
-    FillCells(b.rsus, t.rear, [&](int c) { return b.rearRaw[c]; });
-    LookUpBytes(frames + 6, t.th, b.th);
-    LookUpBytes(frames + 9, t.inputs[0], b.inputs[0]);
-    LookUpBytes(frames + 10, t.inputs[1], b.inputs[1]);
-    if (IsFirstUnitVersion(version)) return;
-    LookUpBytes(frames + 11, t.inputs[2], b.inputs[2]);
-    LookUpBytes(frames + 12, t.inputs[3], b.inputs[3]);
-    LookUpBytes(frames + 13, t.vb, b.vb);
+    TakeReadings<version>(b);
+    ScaleReadings(b, version);
 }
 
 int CountFixedFrames(int length, int limit) { return std::clamp((length - headerSize) / frameSize, 0, limit); }

@@ -21,30 +21,30 @@ inline __m128i FourOf(const int32_t* a, const int32_t* b, const int32_t* c, cons
 }
 #endif
 
-// cells[c] = table[reading(c)] for all cells of a block. cells are those of a SampleBlock.
-template <class Reading>
-inline void FillCells(int32_t* cells, const int32_t* table, Reading reading) {
+// cells[c] = table[indices[c]] for all cells of a block. Both may be the same.
+template <class Index>
+inline void LookUp(const Index* indices, const int32_t* table, int32_t* cells) {
 #ifdef __SSE2__
 #pragma GCC unroll 2
     for (int c = lead; c < blockCells; c += 4) {
-        auto at = [&](int i) { return table + reading(c + i); };
+        auto at = [&](int i) { return table + indices[c + i]; };
         _mm_store_si128(reinterpret_cast<__m128i*>(cells + c), FourOf(at(0), at(1), at(2), at(3)));
     }
 #else
-    for (int c = lead; c < blockCells; c++) cells[c] = table[reading(c)];
+    for (int c = lead; c < blockCells; c++) cells[c] = table[indices[c]];
 #endif
 }
 
-// The same for values of 16 bits, signed or not.
-template <class Cell, class Reading>
-inline void FillCells(Cell* cells, const Cell* table, Reading reading) {
+// The same for cells of 16 bits, signed or not: they take the low ones.
+template <class Cell>
+inline void LookUpLow16(const uint16_t* indices, const int32_t* table, Cell* cells) {
     static_assert(sizeof(Cell) == 2);
 #ifdef __SSE2__
     for (int c = lead; c < blockCells; c += 8) {
-        auto at = [&](int i) { return static_cast<short>(table[reading(c + i)]); };
+        auto at = [&](int i) { return static_cast<short>(table[indices[c + i]]); };
         _mm_store_si128(reinterpret_cast<__m128i*>(cells + c), _mm_set_epi16(at(7), at(6), at(5), at(4), at(3), at(2), at(1), at(0)));
     }
 #else
-    for (int c = lead; c < blockCells; c++) cells[c] = table[reading(c)];
+    for (int c = lead; c < blockCells; c++) cells[c] = static_cast<Cell>(table[indices[c]]);
 #endif
 }

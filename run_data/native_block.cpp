@@ -38,19 +38,18 @@ void StartBlocks(SampleBlock& block, int slot) {
 
 void NextBlock(SampleBlock& block) {
     ForEachStoredColumn(block, [](auto& cells, auto&) { cells[lead - 1] = cells[blockCells - 1]; });
-    for (uint16_t* cells : {block.vfwWord, block.vrwWord, block.frontRaw, block.rearRaw, block.vbRaw})
-        cells[lead - 1] = cells[blockCells - 1];
     block.start += blockSize;
     block.first = lead;
 }
 
 static void ClearCells(SampleBlock& block, int from, int to) {
-    std::fill(block.vfwWord + from, block.vfwWord + to, 0);
+    std::fill(block.words[vfwWord] + from, block.words[vfwWord] + to, 0);
     std::fill(block.throttleRaw + from, block.throttleRaw + to, throttleNotSeen);
     ForEachStoredColumn(block, [&](auto& cells, auto&) { std::fill(cells + from, cells + to, 0); });
 }
 
 void ClearUnusedCells(SampleBlock& block) {
+    if (IsFullBlock(block)) return;
     ClearCells(block, lead, block.first);
     ClearCells(block, block.end, blockCells);
 }

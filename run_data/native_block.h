@@ -14,6 +14,11 @@ constexpr int lead       = 16;  // cells in front of the first sample; the last 
 constexpr int blockCells = lead + blockSize;
 
 constexpr int frameWords = 8;  // 16 bit words of a fixed frame
+// Words of both kinds of frames. Bit 15 of the VFW word is the lap mark; the VRW word carries the strokes' low bits, but for
+// version 4.
+enum { neWord, vfwWord, vrwWord, maskWord };
+// Readings of their own, in the order of a change-mask frame.
+enum { throttleField, frontField, rearField, inputFields, voltageField = inputFields + analogInputs, fieldTotal };
 
 // A throttle reading that moves neither extreme, as they start at 120 and 128 and only move apart.
 constexpr uint8_t throttleNotSeen = 124;
@@ -25,16 +30,10 @@ struct SampleBlock {
     int end;    // cell behind the last logged sample
     bool trusted;  // the battery was up in all cells, or the version logs none
 
-    // Readings that later steps look at.
-    alignas(16) uint16_t vfwWord[blockCells];      // bit 15 is the lap mark
-    alignas(16) uint16_t vrwWord[blockCells];      // version 3: with low bits of the strokes
-    alignas(16) uint16_t frontRaw[blockCells];     // 10 bits, in version 4 16 bits
-    alignas(16) uint16_t rearRaw[blockCells];
-    alignas(16) uint16_t vbRaw[blockCells];        // 16 bits, version 4 only
-    alignas(16) uint8_t  throttleRaw[blockCells];  // 8 bits, also in version 4; or throttleNotSeen
-
-    // The frames themselves, fixed frames only: [word of a frame][cell].
+    // Readings. Fixed frames: all words, [word of a frame][cell]. Change-mask frames: Ne count or delta, VFW and VRW word, mask.
     alignas(16) uint16_t words[frameWords][blockCells];
+    alignas(16) uint16_t fields[fieldTotal][blockCells];  // strokes of 10 bits, the others of 8; in version 4 all of 16
+    alignas(16) uint8_t  throttleRaw[blockCells];         // 8 bits, also in version 4; or throttleNotSeen
 
     // Stored values, as in the arrays of the same names; inputs are LAF1, LAF2, AUX1, AUX2.
     alignas(16) uint16_t ne[blockCells];

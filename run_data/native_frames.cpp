@@ -5,7 +5,7 @@
 
 FrameReader StartFrames(const uint8_t* log, int64_t length, int version, int samples, const FrameSteps& steps) {
     int64_t first = IsChangeMaskVersion(version) ? extendedHeaderSize : headerSize;
-    return {log, length, version, samples, first, steps.get()};
+    return {log, length, version, samples, first, steps.bytes.get(), {}};
 }
 
 void ReadFrames(FrameReader& reader, SampleBlock& block) {

@@ -7,16 +7,20 @@
 #include <memory>
 
 #include "run_data/native_block.h"
+#include "run_data/spread_frames.h"
 
-constexpr int smallestMaskFrame = 5;  // bytes; the largest has 32
+constexpr int smallestMaskFrame = 5, largestMaskFrame = 32;  // bytes
 
 // Bytes of a change-mask frame.
 int ChangeMaskFrameSize(const uint8_t* frame, int version);
 // Complete fixed frames of a log, at most `limit`.
 int CountFixedFrames(int length, int limit);
-// Change-mask frames of a log up to and with one that begins at its end, at most `limit`, and the bytes of each: finding
-// them is a long chain of look-ups that need not be gone through twice. -1 when there is no memory.
-using FrameSteps = std::unique_ptr<uint8_t[]>;
+// Bytes of each change-mask frame of a log: finding them is a long chain of look-ups that need not be gone through twice.
+struct FrameSteps {
+    std::unique_ptr<uint8_t[]> bytes;
+    int64_t room = 0;  // elements; the steps, and what the walk needs besides
+};
+// Change-mask frames of a log up to and with one that begins at its end, at most `limit`. -1 when there is no memory.
 int WalkChangeMaskFrames(const uint8_t* log, int length, int version, int limit, FrameSteps& steps);
 
 struct FrameReader {
@@ -26,6 +30,7 @@ struct FrameReader {
     int            samples;  // at most, sample 0 included
     int64_t        at;       // of the next frame
     const uint8_t* nextStep; // its bytes, change-mask versions
+    FrameBefore    before;   // the frame before, change-mask versions
 };
 
 FrameReader StartFrames(const uint8_t* log, int64_t length, int version, int samples, const FrameSteps& steps);

@@ -13,7 +13,7 @@ constexpr uint32_t shortestRest = 50;  // samples behind the last mark of a log
 LapSearch StartLaps(int slot, int version, const uint8_t* header) {
     // Kept: versions 0 and 32 begin at mark 2, so that a log without marks has two laps, the first of length 0.
     bool firstUnit = IsFirstUnitVersion(version);
-    return {slot, firstUnit ? 2 : 1, !firstUnit, ScaleVoltage(header[lapVoltageAt], 2)};
+    return {slot, firstUnit ? 2 : 1, !firstUnit, Scaled(VoltageScale(2), header[lapVoltageAt])};
 }
 
 static void AddDistances(SampleBlock& b) {
@@ -22,7 +22,7 @@ static void AddDistances(SampleBlock& b) {
 }
 
 static bool IsMark(const LapSearch& search, const SampleBlock& b, int c) {
-    if (!(b.vfwWord[c] & markBit) || search.lap >= lapMarkLimit) return false;
+    if (!(b.words[vfwWord][c] & markBit) || search.lap >= lapMarkLimit) return false;
     if (search.needsPower && b.vb[c] <= search.markVoltage) return false;
     return Debug || lapStart[search.slot][search.lap - 1] + shortestLap < static_cast<uint32_t>(SampleAt(b, c));
 }
@@ -46,7 +46,7 @@ static void AddToLap(const LapSearch& search, SampleBlock& b, const uint32_t* di
 
 static bool HasMarkBit(const SampleBlock& b) {
     uint16_t all = 0;
-    for (int c = lead; c < blockCells; c++) all |= b.vfwWord[c];
+    for (int c = lead; c < blockCells; c++) all |= b.words[vfwWord][c];
     return all & markBit;
 }
 

@@ -8,7 +8,7 @@
 #include "run_data/native_header.h"
 #include "run_data/native_laps.h"
 #include "run_data/native_readings.h"
-#include "run_data/native_tables.h"
+#include "run_data/native_scaling.h"
 #include "run_data/run_store.h"
 #include "run_data/stream_copy.h"
 #include "settings/settings.h"
@@ -78,7 +78,7 @@ static int Capacity(const uint8_t* log, int length, int version, FrameSteps& ste
 int DecodeNativeLog(int slot, const uint8_t* buffer, int length) {
     int version = formatVersion[slot] = NativeVersion(buffer);
     FollowFormat(version);
-    FrameSteps steps;
+    static FrameSteps steps;  // kept from log to log: fresh pages cost more than the walk
     int capacity = Capacity(buffer, length, version, steps);
     if (EnsureChannels(slot, capacity)) {
         ResetSlot(slot);
@@ -86,7 +86,7 @@ int DecodeNativeLog(int slot, const uint8_t* buffer, int length) {
     }
     PrepareSlot(slot);
     ReadNativeHeader(slot, buffer);
-    BuildReadingTables(slot, version);
+    BuildScales(slot, version);
     DecodeFrames(slot, buffer, length, capacity, steps);
     ShowFromStart(slot);
     return 0;

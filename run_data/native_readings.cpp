@@ -85,8 +85,8 @@ static void TrackStroke(const SampleBlock& b, int version, const StrokeSensor& s
 void TrackExtremes(const SampleBlock& b, int version, int capacity) {
     if (!IsFirstUnitVersion(version)) TrackThrottle(b, capacity);
     if (version == 32) return;
-    TrackStroke(b, version, FrontSensor(b.slot), b.frontRaw, fsusMaxSeen[b.slot]);
-    TrackStroke(b, version, RearSensor(b.slot), b.rearRaw, rsusMaxSeen[b.slot]);
+    TrackStroke(b, version, FrontSensor(b.slot), b.fields[frontField], fsusMaxSeen[b.slot]);
+    TrackStroke(b, version, RearSensor(b.slot), b.fields[rearField], rsusMaxSeen[b.slot]);
 }
 
 // Samples that differ from the one before, in all columns together; in one loop, as each costs its turns.

@@ -11,27 +11,17 @@ void TransposeFramesPlain(const uint8_t* frames, uint16_t (&words)[frameWords][b
 #ifdef __SSE2__
 #include <emmintrin.h>
 
+#include "run_data/deal_words.h"
+
 static __m128i SwapBytes(__m128i words) { return _mm_or_si128(_mm_slli_epi16(words, 8), _mm_srli_epi16(words, 8)); }
 
-// Deals the upper four rows in between the lower four, word by word.
-static void Interleave(const __m128i (&in)[8], __m128i (&out)[8]) {
-#pragma GCC unroll 4
-    for (int i = 0; i < 4; i++) {
-        out[2 * i] = _mm_unpacklo_epi16(in[i], in[i + 4]);
-        out[2 * i + 1] = _mm_unpackhi_epi16(in[i], in[i + 4]);
-    }
-}
-
-// Eight frames are a square of eight words each; three times interleaved, rows have become columns.
 static void TransposeEight(const __m128i* frames, uint16_t (&words)[frameWords][blockCells], int cell) {
-    __m128i a[8], b[8];
+    __m128i square[frameWords];
 #pragma GCC unroll 8
-    for (int i = 0; i < 8; i++) a[i] = _mm_loadu_si128(frames + i);
-    Interleave(a, b);
-    Interleave(b, a);
-    Interleave(a, b);
+    for (int i = 0; i < 8; i++) square[i] = _mm_loadu_si128(frames + i);
+    DealWords(square);
 #pragma GCC unroll 8
-    for (int k = 0; k < frameWords; k++) _mm_store_si128(reinterpret_cast<__m128i*>(words[k] + cell), SwapBytes(b[k]));
+    for (int k = 0; k < frameWords; k++) _mm_store_si128(reinterpret_cast<__m128i*>(words[k] + cell), SwapBytes(square[k]));
 }
 
 void TransposeFrames(const uint8_t* frames, uint16_t (&words)[frameWords][blockCells]) {

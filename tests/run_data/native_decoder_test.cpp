@@ -5,7 +5,9 @@
 
 #include "app/frame_loop.h"
 #include "run_data/native_block.h"
+#include "run_data/native_frames.h"
 #include "run_data/run_store.h"
+#include "run_data/spread_frames.h"
 #include "run_data/transpose_frames.h"
 #include "settings/settings.h"
 #include "tests/run_data/native_reference.h"
@@ -178,6 +180,77 @@ TEST_F(NativeDecoder, TurnsFramesIntoColumnsLikeThePlainLoop) {
         TransposeFramesPlain(frames.data() + offset, plain);
         for (int k = 0; k < frameWords; k++)
             for (int c = lead; c < blockCells; c++) ASSERT_EQ(fast[k][c], plain[k][c]) << "word " << k << " cell " << c;
+    }
+}
+
+void ExpectSameCells(const SampleBlock& a, const SampleBlock& b) {
+    for (int c = a.first; c < a.end; c++) {
+        for (int k = 0; k <= maskWord; k++) ASSERT_EQ(a.words[k][c], b.words[k][c]) << "word " << k << " cell " << c;
+        for (int k = 0; k < fieldTotal; k++) ASSERT_EQ(a.fields[k][c], b.fields[k][c]) << "field " << k << " cell " << c;
+        ASSERT_EQ(a.flag[c], b.flag[c]) << "cell " << c;
+    }
+}
+
+TEST_F(NativeDecoder, SpreadsChangeMaskFramesLikeThePlainLoop) {
+    static SampleBlock fast, plain;
+    for (int version : {3, 4}) {
+        FrameBefore before = {}, beforePlain = {};
+        for (int round = 0; round < 40; round++) {
+            SCOPED_TRACE("version " + std::to_string(version) + " round " + std::to_string(round));
+            fast.first = plain.first = lead + (round == 0 ? 1 : 0);
+            fast.end = plain.end = round % 4 == 3 ? fast.first + Below(blockSize - 1) : blockCells;
+            std::vector<uint8_t> frames(blockSize * largestMaskFrame + 16), steps;
+            for (uint8_t& byte : frames) byte = Byte();
+            const uint8_t* at = frames.data();
+            for (int c = fast.first; c < fast.end; c++) {
+                steps.push_back(static_cast<uint8_t>(ChangeMaskFrameSize(at, version)));
+                at += steps.back();
+            }
+            SpreadFrames(frames.data(), steps.data(), version, before, fast);
+            SpreadFramesPlain(frames.data(), steps.data(), version, beforePlain, plain);
+            ExpectSameCells(fast, plain);
+            if (HasFatalFailure()) return;
+        }
+    }
+}
+
+// The size of each frame of a log, and with it the place of the next one, by a walk from frame to frame.
+std::vector<uint8_t> StepsOf(const LogBytes& log, int length, int version) {
+    std::vector<uint8_t> steps;
+    for (int at = extendedHeaderSize; at <= length; at += steps.back())
+        steps.push_back(static_cast<uint8_t>(ChangeMaskFrameSize(log.data() + at, version)));
+    return steps;
+}
+void ExpectSameWalk(LogBytes log, int version) {
+    const int length = static_cast<int>(log.size());
+    log.resize(length + 1024, 0);
+    FrameSteps steps;
+    const std::vector<uint8_t> expected = StepsOf(log, length, version);
+    ASSERT_EQ(WalkChangeMaskFrames(log.data(), length, version, 21400000, steps), static_cast<int>(expected.size()));
+    for (size_t i = 0; i < expected.size(); i++) ASSERT_EQ(steps.bytes[i], expected[i]) << "frame " << i << " of " << length << " bytes";
+    const int some = static_cast<int>(expected.size() / 2);
+    ASSERT_EQ(WalkChangeMaskFrames(log.data(), length, version, some, steps), some);
+    for (int i = 0; i < some; i++) ASSERT_EQ(steps.bytes[i], expected[i]) << "frame " << i;
+}
+
+TEST_F(NativeDecoder, FindsEveryFrameOfALogThatIsWalkedInParts) {
+    for (int version : {3, 4})
+        for (int bytes : {0, 4, 5, 16383, 16384, 16385, 65535, 65536, 65537, 200000, 1000003}) {
+            LogBytes log(extendedHeaderSize, 0);
+            for (int i = 0; i < bytes; i++) log.push_back(Byte());
+            ExpectSameWalk(log, version);
+            if (HasFatalFailure()) return;
+        }
+}
+
+TEST_F(NativeDecoder, FindsEveryFrameWhenThePartsNeverComeIntoStep) {
+    // Bytes of 0 are frames of five bytes from wherever a walk begins, so that most parts never meet the one before.
+    for (int bytes = 100000; bytes < 100010; bytes++) ExpectSameWalk(LogBytes(extendedHeaderSize + bytes, 0), 3);
+    // One bit in between brings them together late, or only some.
+    for (int at : {20000, 49999, 74999, 75001, 99990}) {
+        LogBytes log(extendedHeaderSize + 100001, 0);
+        log[extendedHeaderSize + at] = 0x70;
+        ExpectSameWalk(log, 4);
     }
 }
 

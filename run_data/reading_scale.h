@@ -1,0 +1,39 @@
+// reading_scale.h -- from a sensor's reading to its stored value: one division, many readings at a time.
+#pragma once
+#include <cstdint>
+
+#include "run_data/native_block.h"
+
+// (reading x factor + addend) / divisor + base; with `hundredths` all of that / 100. Divisions truncate toward zero.
+// Readings have 16 bits, signed or not; |reading x factor + addend| stays below 2^45, the quotient below 2^31, divisor is not 0.
+struct ReadingScale {
+    int64_t factor = 1, addend = 0;
+    int     divisor = 1;
+    int     base = 0;
+    bool    hundredths = false;
+};
+
+constexpr int32_t Scaled(const ReadingScale& scale, int reading) {
+    int64_t value = (reading * scale.factor + scale.addend) / scale.divisor + scale.base;
+    return static_cast<int32_t>(scale.hundredths ? value / 100 : value);
+}
+
+constexpr int tableReadings = 1024;
+
+// A scale made ready: floats where they are exact, a table where readings are few, and doubles, which are always exact.
+struct CellScale {
+    enum Way { floats, doubles, table } way;
+    double  shift, slope;  // value: (reading + shift) x slope, truncated, + base
+    int     base;
+    bool    hundredths;
+    int32_t values[tableReadings];
+};
+// For readings whose largest magnitude is `highest`.
+void MakeReady(CellScale& ready, const ReadingScale& scale, int highest);
+
+// cells[c] = Scaled(scale, readings[c]) for all cells of a block, to the bit. Values of 16 bits wrap, and have no hundredths.
+void ScaleCells(const CellScale& scale, const uint16_t* readings, int32_t* cells);
+void ScaleCells(const CellScale& scale, const uint16_t* readings, int16_t* cells);
+void ScaleCells(const CellScale& scale, const uint16_t* readings, uint16_t* cells);
+// Of signed readings; there is no table for them.
+void ScaleCells(const CellScale& scale, const int16_t* readings, uint16_t* cells);
