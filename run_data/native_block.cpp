@@ -38,6 +38,7 @@ void StartBlocks(SampleBlock& block, int slot) {
 
 void NextBlock(SampleBlock& block) {
     ForEachStoredColumn(block, [](auto& cells, auto&) { cells[lead - 1] = cells[blockCells - 1]; });
+    for (uint16_t* readings : block.fields) readings[lead - 1] = readings[blockCells - 1];
     block.start += blockSize;
     block.first = lead;
 }
@@ -54,8 +55,15 @@ void ClearUnusedCells(SampleBlock& block) {
     ClearCells(block, block.end, blockCells);
 }
 
+static bool IsDelivered(const SampleBlock& block, const void* cells) {
+    for (int input = 0; input < analogInputs; input++)
+        if (cells == block.inputs[input]) return block.delivered[input];
+    return false;
+}
+
 void DeliverBlock(const SampleBlock& block) {
     ForEachStoredColumn(block, [&](const auto& cells, auto& array) {
+        if (IsDelivered(block, cells)) return;
         int room = static_cast<int>(array.size()) - block.start;
         if (room > 0) StreamCopy(array.data() + block.start, cells + lead, std::min(room, blockSize) * sizeof cells[0]);
     });

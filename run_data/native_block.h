@@ -29,6 +29,7 @@ struct SampleBlock {
     int first;  // first cell with a logged sample: lead, in the first block lead + 1
     int end;    // cell behind the last logged sample
     bool trusted;  // the battery was up in all cells, or the version logs none
+    bool delivered[analogInputs];  // inputs whose values went straight to the arrays: the cells mean nothing
 
     // Readings. Fixed frames: all words, [word of a frame][cell]. Change-mask frames: Ne count or delta, VFW and VRW word, mask.
     alignas(16) uint16_t words[frameWords][blockCells];

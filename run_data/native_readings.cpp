@@ -117,6 +117,8 @@ void EstimateSize(const SampleBlock& b) {
     int bytes = (2 + 3) * (b.end - b.first);  // the mask, and a byte for each of the words
     bytes += CountLeaps(b, b.ne, b.vfw, b.vrw);
     bytes += CountChanges(b, b.fsus, b.rsus, reinterpret_cast<const int16_t*>(b.vb));
-    bytes += CountChanges(b, b.th, b.inputs[0], b.inputs[1], b.inputs[2], b.inputs[3]);
+    bytes += CountChanges(b, b.th);
+    for (int input = 0; input < analogInputs; input++)
+        bytes += b.delivered[input] ? CountChanges(b, b.fields[inputFields + input]) : CountChanges(b, b.inputs[input]);
     nativeSizeEstimate += bytes;
 }

@@ -89,6 +89,7 @@ static void BuildInput(int slot, int input, int version) {
     for (int mv = 0; mv <= highestMillivolts; mv++) curve[mv] = LookupAnalogCurve(slot, mv, inputChannels[input]);
     if (scale.way != CellScale::table) return;
     for (int reading = 0; reading <= FullReading(version); reading++) scale.values[reading] = curve[scale.values[reading]];
+    FindDistinct(scale, FullReading(version));
     scales.hasCurve[input] = false;
 }
 
@@ -123,17 +124,39 @@ static void ScaleEngineSpeed(SampleBlock& b, int version) {
     for (int c = b.first; c < b.end; c++) b.ne[c] = before = static_cast<uint16_t>((before & keep[c]) + counts[c]);
 }
 
+// Whether later steps can do without the values of an input: those of fixed frames look at nothing but how often they change,
+// and where all are distinct the readings tell that too.
+static bool GoesStraight(const SampleBlock& b, int input, int version) {
+    if (!IsFullBlock(b) || IsChangeMaskVersion(version)) return false;
+    return IsFirstUnitVersion(version) || scales.inputs[input].distinct;
+}
+
+static SampleArray<int32_t>& InputArray(int slot, int input) {
+    SampleArray<int32_t>* const arrays[analogInputs] = {LAF1, LAF2, AUX1, AUX2};
+    return arrays[input][slot];
+}
+
+static void ScaleInput(SampleBlock& b, int input, int version) {
+    const CellScale& scale = scales.inputs[input];
+    const uint16_t* readings = b.fields[inputFields + input];
+    int32_t* cells = b.inputs[input];
+    b.delivered[input] = GoesStraight(b, input, version);
+    if (b.delivered[input]) {
+        StreamScaled(scale, readings, InputArray(b.slot, input).data() + b.start);
+        cells[blockCells - 1] = scale.values[readings[blockCells - 1]];  // the next block may look at it
+        return;
+    }
+    ScaleCells(scale, readings, cells);
+    if (scales.hasCurve[input]) LookUp(cells, scales.curves[input], cells);
+}
+
 void ScaleReadings(SampleBlock& b, int version) {
     const bool firstUnit = IsFirstUnitVersion(version);
     ScaleEngineSpeed(b, version);
     ScaleCells(scales.throttle, b.fields[throttleField], b.th);
     ScaleCells(scales.front, b.fields[frontField], b.fsus);
     ScaleCells(scales.rear, b.fields[rearField], b.rsus);
-    for (int input = 0; input < (firstUnit ? 2 : analogInputs); input++) {
-        int32_t* cells = b.inputs[input];
-        ScaleCells(scales.inputs[input], b.fields[inputFields + input], cells);
-        if (scales.hasCurve[input]) LookUp(cells, scales.curves[input], cells);
-    }
+    for (int input = 0; input < (firstUnit ? 2 : analogInputs); input++) ScaleInput(b, input, version);
     if (!firstUnit) ScaleCells(scales.voltage, b.fields[voltageField], b.vb);
 }
 

@@ -4,14 +4,22 @@
 // For floats n has to be a whole multiple of the factor, so that nothing is rounded before the multiplication.
 #include "run_data/reading_scale.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 #include "run_data/look_up.h"
+#include "run_data/stream_copy.h"
 
 static bool FitsFloats(const ReadingScale& scale, int highest) {
     if (scale.factor == 0) return scale.addend == 0;
     return scale.addend % scale.factor == 0 && std::abs(scale.factor) * highest + std::abs(scale.addend) < 1 << 21;
+}
+
+void FindDistinct(CellScale& ready, int highest) {
+    std::vector<int32_t> values(ready.values, ready.values + highest + 1);
+    std::sort(values.begin(), values.end());
+    ready.distinct = std::adjacent_find(values.begin(), values.end()) == values.end();
 }
 
 void MakeReady(CellScale& ready, const ReadingScale& scale, int highest) {
@@ -20,8 +28,10 @@ void MakeReady(CellScale& ready, const ReadingScale& scale, int highest) {
     ready.slope = static_cast<double>(scale.factor) / scale.divisor * (1 + (ready.way == CellScale::floats ? 0x1p-22 : 0x1p-47));
     ready.base = scale.base;
     ready.hundredths = scale.hundredths;
-    if (ready.way != CellScale::table) return;
+    ready.distinct = false;
+    if (highest >= tableReadings) return;
     for (int reading = 0; reading < tableReadings; reading++) ready.values[reading] = Scaled(scale, reading);
+    FindDistinct(ready, highest);
 }
 
 template <class Real, class Reading, class Cell>
@@ -59,4 +69,42 @@ void ScaleCells(const CellScale& scale, const uint16_t* readings, uint16_t* cell
 void ScaleCells(const CellScale& scale, const int16_t* readings, uint16_t* cells) {
     if (scale.way == CellScale::floats) ScaleLoop<float>(scale, readings, cells);
     else ScaleLoop<double>(scale, readings, cells);
+}
+
+#ifdef __SSE2__
+// Values of four readings as ScaleLoop has them.
+static __m128i ScaleFour(__m128i readings, __m128 shift, __m128 slope, __m128i base) {
+    const __m128 value = _mm_mul_ps(_mm_add_ps(_mm_cvtepi32_ps(readings), shift), slope);
+    return _mm_add_epi32(_mm_cvttps_epi32(value), base);
+}
+
+static void StreamFloats(const CellScale& scale, const uint16_t* readings, int32_t* array) {
+    const __m128 shift = _mm_set1_ps(static_cast<float>(scale.shift)), slope = _mm_set1_ps(static_cast<float>(scale.slope));
+    const __m128i base = _mm_set1_epi32(scale.base), zero = _mm_setzero_si128();
+    __m128i* out = reinterpret_cast<__m128i*>(array);
+    for (int c = lead; c < blockCells; c += 8, out += 2) {
+        const __m128i eight = _mm_load_si128(reinterpret_cast<const __m128i*>(readings + c));
+        _mm_stream_si128(out, ScaleFour(_mm_unpacklo_epi16(eight, zero), shift, slope, base));
+        _mm_stream_si128(out + 1, ScaleFour(_mm_unpackhi_epi16(eight, zero), shift, slope, base));
+    }
+}
+
+static void StreamTable(const int32_t* table, const uint16_t* readings, int32_t* array) {
+    __m128i* out = reinterpret_cast<__m128i*>(array);
+#pragma GCC unroll 2
+    for (int c = lead; c < blockCells; c += 4) {
+        auto at = [&](int i) { return table + readings[c + i]; };
+        _mm_stream_si128(out++, FourOf(at(0), at(1), at(2), at(3)));
+    }
+}
+#endif
+
+void StreamScaled(const CellScale& scale, const uint16_t* readings, int32_t* array) {
+#ifdef __SSE2__
+    if (scale.way == CellScale::floats && !scale.hundredths) return StreamFloats(scale, readings, array);
+    if (scale.way == CellScale::table) return StreamTable(scale.values, readings, array);
+#endif
+    alignas(16) int32_t cells[blockCells];
+    ScaleCells(scale, readings, cells);
+    StreamCopy(array, cells + lead, blockSize * sizeof cells[0]);
 }

@@ -26,14 +26,19 @@ struct CellScale {
     double  shift, slope;  // value: (reading + shift) x slope, truncated, + base
     int     base;
     bool    hundredths;
+    bool    distinct;      // no two readings have the same value; of readings that have a table only
     int32_t values[tableReadings];
 };
 // For readings whose largest magnitude is `highest`.
 void MakeReady(CellScale& ready, const ReadingScale& scale, int highest);
+// Sets ready.distinct anew, for a table whose values were changed.
+void FindDistinct(CellScale& ready, int highest);
 
 // cells[c] = Scaled(scale, readings[c]) for all cells of a block, to the bit. Values of 16 bits wrap, and have no hundredths.
 void ScaleCells(const CellScale& scale, const uint16_t* readings, int32_t* cells);
 void ScaleCells(const CellScale& scale, const uint16_t* readings, int16_t* cells);
 void ScaleCells(const CellScale& scale, const uint16_t* readings, uint16_t* cells);
+// The same straight into memory, past the caches: `array` is that of the first cell, and a multiple of 16.
+void StreamScaled(const CellScale& scale, const uint16_t* readings, int32_t* array);
 // Of signed readings; there is no table for them.
 void ScaleCells(const CellScale& scale, const int16_t* readings, uint16_t* cells);
