@@ -95,7 +95,7 @@ void ReadChangeMaskFrames(FrameReader& reader, SampleBlock& block) {
     reader.nextStep += block.end - block.first;
     TakeSpeeds(block);
     if (reader.version == 3) AddLowBits(block);
-    ScaleReadings(block, reader.version);
+    ScaleReadings(block, reader.version, reader.log + reader.at, bytes);
     ClearUnusedCells(block);  // what the first frame repeats is 0
     for (int input = 0; input < analogInputs; input++) HoldUntilFirst(block, inputFields + input, block.inputs[input]);
     JudgeThrottle(block, reader.version);

@@ -51,7 +51,7 @@ template <int version>
 static void DecodeFixedFrames(SampleBlock& b, const uint8_t* frames) {
     TransposeFrames(frames, b.words);
     TakeReadings<version>(b);
-    ScaleReadings(b, version);
+    ScaleReadings(b, version, frames + blockSize * frameSize, blockSize * frameSize);
 }
 
 int CountFixedFrames(int length, int limit) { return std::clamp((length - headerSize) / frameSize, 0, limit); }

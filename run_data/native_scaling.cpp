@@ -1,5 +1,6 @@
 #include "run_data/native_scaling.h"
 
+#include "run_data/fetch_ahead.h"
 #include "run_data/look_up.h"
 #include "run_data/native_log.h"
 #include "run_data/run_store.h"
@@ -150,13 +151,22 @@ static void ScaleInput(SampleBlock& b, int input, int version) {
     if (scales.hasCurve[input]) LookUp(cells, scales.curves[input], cells);
 }
 
-void ScaleReadings(SampleBlock& b, int version) {
+void ScaleReadings(SampleBlock& b, int version, const uint8_t* next, int64_t nextBytes) {
     const bool firstUnit = IsFirstUnitVersion(version);
+    const int inputs = firstUnit ? 2 : analogInputs;
+    FetchAhead ahead(next, nextBytes, 4 + inputs);
+    ahead.Step();
     ScaleEngineSpeed(b, version);
+    ahead.Step();
     ScaleCells(scales.throttle, b.fields[throttleField], b.th);
+    ahead.Step();
     ScaleCells(scales.front, b.fields[frontField], b.fsus);
+    ahead.Step();
     ScaleCells(scales.rear, b.fields[rearField], b.rsus);
-    for (int input = 0; input < (firstUnit ? 2 : analogInputs); input++) ScaleInput(b, input, version);
+    for (int input = 0; input < inputs; input++) {
+        ahead.Step();
+        ScaleInput(b, input, version);
+    }
     if (!firstUnit) ScaleCells(scales.voltage, b.fields[voltageField], b.vb);
 }
 

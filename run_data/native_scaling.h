@@ -44,5 +44,6 @@ ReadingScale InputScale(int slot, int input, int version);
 
 // All scales of a log whose header has been read.
 void BuildScales(int slot, int version);
-// Stored values of the block's readings: ne from words[0], th, strokes, inputs and vb from fields, of all cells.
-void ScaleReadings(SampleBlock& block, int version);
+// Stored values of the block's readings: ne from its words, th, strokes, inputs and vb from fields, of all cells. Meanwhile the
+// stretch of the log that is read next comes near.
+void ScaleReadings(SampleBlock& block, int version, const uint8_t* next, int64_t nextBytes);

@@ -105,7 +105,6 @@ __attribute__((target("ssse3"))) static void SpreadIntoRows(const uint8_t* frame
     __m128i words = _mm_load_si128(Sixteen(before.words)), fields = _mm_load_si128(Sixteen(before.fields));
     uint8_t flag = before.flag;
     for (int c = block.first, end = block.end; c < end; c++) {
-        __builtin_prefetch(frame + 4096);
         const unsigned mask = ReadU16Be(frame), wordBits = mask >> 12 & 7, fieldBits = mask >> 4 & 0xFF;
         // Words, or deltas made as wide; a delta is added to the word before.
         const __m128i taken = _mm_shuffle_epi8(_mm_loadl_epi64(Sixteen(frame)), _mm_load_si128(Sixteen(t.words[wordBits])));
