@@ -18,6 +18,22 @@ static int64_t ToFixed(double texels) { return static_cast<int64_t>(std::clamp(t
 // A pixel, held where sums of two still fit.
 static int FloorToInt(double value) { return TruncToInt(std::clamp(std::floor(value), -1e9, 1e9)); }
 
+// The samples that an image keeps of this destination, nullptr when there are none or it is drawn like this for the first time:
+// while a picture grows it is filtered in each frame, and when it rests only once more.
+static KeptSamples* KeptFor(KeptSamples& kept, const Destination& to) {
+    constexpr int longestSide = 8192;
+    const bool fits = int64_t{to.area.right} - to.area.left <= longestSide &&
+                      int64_t{to.area.bottom} - to.area.top <= longestSide;
+    if (!kept.samples || !fits || to.walk.uStep == oneTexel) return nullptr;
+    const Walk &a = kept.walk, &b = to.walk;
+    const bool same = a.u == b.u && a.v == b.v && a.uStep == b.uStep && kept.vDown == to.vDown;
+    if (same && kept.state != KeptState::none) return &kept;
+    kept.walk  = to.walk;
+    kept.vDown = to.vDown;
+    kept.state = KeptState::asked;
+    return nullptr;
+}
+
 static void DrawMapped(Image& image, Destination to, bool transparent) {
     const Surface& source = image.surface;
     if (source.pixels == drawState.target.surface.pixels) return;  // an image drawn on itself draws nothing
@@ -44,7 +60,10 @@ static void DrawMapped(Image& image, Destination to, bool transparent) {
     mapped.vLow  = oneTexel * std::max(box.top - 1, 0);
     mapped.uHigh = oneTexel * std::min(box.right + 1, source.width);
     mapped.vHigh = oneTexel * std::min(box.bottom + 1, source.height);
-    if (box.left < box.right) backEnd->image(mapped);
+    if (box.left >= box.right) return;
+    mapped.whole = to.area;
+    mapped.kept  = mapped.visibleBits && mapped.smooth ? KeptFor(image.kept, to) : nullptr;
+    backEnd->image(mapped);
 }
 
 // One axis of an unturned draw: texels from `low` to `high` pixels, mirrored when they are swapped.

@@ -55,7 +55,8 @@ static void ReadFilteredDown(uint32_t* out, int first, int last, int64_t v, cons
     sse2::LerpRows(out, out, below, count, weight);
 }
 
-// Samples along a row, up to three more than asked. An unturned walk that stretches filters down once per texel, not once per pixel.
+// Samples along a row, up to three more than asked. An unturned walk that stretches filters down once per texel, not once
+// per pixel.
 static void SmoothRow(uint32_t* out, int count, const Walk& walk, const Texels& texels) {
     const int last = texels.width - 1;
     count = (count + 3) / 4 * 4;  // fours are quicker than a rest
@@ -138,15 +139,9 @@ static int NextTexel(const uint64_t* top, const uint64_t* bottom, int words, int
     return word * 64 + std::countr_zero(bits);
 }
 
-// The columns of one row of the target.
-struct TargetRow {
-    uint32_t* pixels;
-    const uint32_t* ahead;  // the same columns some rows on, to be fetched
-    int count;
-};
-
-// Mixes the columns under which something shows: a picture of a thin line is mostly clear.
-static void MixVisibleRuns(const TargetRow& row, const Walk& walk, const MappedImage& image, bool plainCopy) {
+// Calls visit(from, to) for the columns of a row under which something shows: a picture of a thin line is mostly clear.
+template <class Visit>
+static void ForVisibleRuns(const Walk& walk, int count, const MappedImage& image, Visit visit) {
     const int64_t texelRow = (walk.v - oneTexel / 2) >> 32;  // the filter's first one; a plain copy takes it or the next
     const auto bitsOf = [&](int64_t y) {
         return image.visibleBits + ptrdiff_t{image.maskWords} * std::clamp<int64_t>(y, 0, image.texels.height - 1);
@@ -156,22 +151,78 @@ static void MixVisibleRuns(const TargetRow& row, const Walk& walk, const MappedI
     int first = 0, end = 0;
     while ((first = NextTexel(top, bottom, image.maskWords, end, 0)) < image.texels.width) {
         end = NextTexel(top, bottom, image.maskWords, first, ~uint64_t{0});
-        int64_t from = done, to = row.count;
+        int64_t from = done, to = count;
         // The filter reaches half a texel further.
         LimitColumns(walk.u, walk.uStep, oneTexel * first - oneTexel / 2, oneTexel * end + oneTexel / 2, &from, &to);
         if (from >= to) continue;
-        for (int64_t x = from; x < to; x += sse2::cacheLine) sse2::Fetch(row.ahead + x);
-        const Walk part{walk.u + walk.uStep * from, walk.v, walk.uStep, 0};
-        MixSamples(row.pixels + from, static_cast<int>(to - from), part, image, plainCopy);
+        visit(static_cast<int>(from), static_cast<int>(to));
         done = to;
     }
 }
 
+static void FetchTarget(int from, int to, int y) {
+    for (int x = from; x < to; x += sse2::cacheLine) sse2::Fetch(TargetPixel(x, y));
+}
+
+// --- kept samples ------------------------------------------------------------------------------------------------------------
+
+// Filters the whole picture, also what lies outside the target. Returns whether there was room for it.
+static bool FillKeptSamples(const MappedImage& image) {
+    KeptSamples& kept = *image.kept;
+    const int width = image.whole.right - image.whole.left, height = image.whole.bottom - image.whole.top;
+    int used = 0;
+    kept.runCount = 0;
+    kept.state    = KeptState::filled;
+    Walk walk = kept.walk;
+    for (int y = 0; y < height && kept.state == KeptState::filled; ++y, walk.v += kept.vDown)
+        ForVisibleRuns(walk, width, image, [&](int from, int to) {
+            for (int part; from < to; from += part) {
+                part = std::min(to - from, chunk);
+                if (kept.runCount == kept.runRoom || kept.sampleRoom - used < part + 3) {  // SmoothRow may write three more
+                    kept.state = KeptState::noRoom;
+                    return;
+                }
+                SmoothRow(&kept.samples[used], part, {walk.u + walk.uStep * from, walk.v, walk.uStep, 0}, image.texels);
+                kept.runs[kept.runCount++] = {from, y, part};
+                used += part;
+            }
+        });
+    return kept.state == KeptState::filled;
+}
+
+static bool HasKeptSamples(const MappedImage& image) {
+    return image.kept->state == KeptState::filled || (image.kept->state == KeptState::asked && FillKeptSamples(image));
+}
+
+// Where a run lies in the target, without what is clipped.
+static PixelRect RunArea(const MappedImage& image, const SampleRun& run) {
+    const int left = image.whole.left + run.x, top = image.whole.top + run.y;
+    return {std::max(left, image.area.left), std::max(top, image.area.top), std::min(left + run.count, image.area.right),
+            std::min(top + 1, image.area.bottom)};
+}
+
+static void MixKeptSamples(const MappedImage& image) {
+    constexpr int runsAhead = 8;
+    const KeptSamples& kept = *image.kept;
+    const uint32_t* samples = kept.samples.get();
+    for (int i = 0; i < kept.runCount; ++i) {
+        const SampleRun& run = kept.runs[i];
+        const PixelRect to = RunArea(image, run), later = RunArea(image, kept.runs[std::min(i + runsAhead, kept.runCount - 1)]);
+        if (!Empty(later)) FetchTarget(later.left, later.right, later.top);
+        if (!Empty(to))
+            sse2::MixRow(TargetPixel(to.left, to.top), samples + (to.left - image.whole.left - run.x), to.right - to.left,
+                         image.mix);
+        samples += run.count;
+    }
+}
+
+// --- whole images ------------------------------------------------------------------------------------------------------------
+
 void RasterImage(const MappedImage& image) {
+    if (image.kept && HasKeptSamples(image)) return MixKeptSamples(image);
     const PixelRect& area = image.area;
     const bool plainCopy = IsPlainCopy(image), turned = image.walk.vStep != 0 || image.uDown != 0;
     const bool narrow = !plainCopy && !turned && image.texels.width <= narrowRow && area.right - area.left > narrowRow;
-    const ptrdiff_t ahead = ptrdiff_t{drawState.target.surface.pitch} * sse2::rowsAhead;
     Walk walk = image.walk;
     for (int y = area.top; y < area.bottom; ++y, walk.u += image.uDown, walk.v += image.vDown) {
         int64_t first = 0, last = area.right - area.left;
@@ -182,9 +233,14 @@ void RasterImage(const MappedImage& image) {
         const int count = static_cast<int>(last - first);
         const Walk start{walk.u + walk.uStep * first, walk.v + walk.vStep * first, walk.uStep, walk.vStep};
         if (narrow && FillEqualRow(row, count, start, image)) continue;
-        if (image.visibleBits)
-            MixVisibleRuns({row, y + sse2::rowsAhead < area.bottom ? row + ahead : row, count}, start, image, plainCopy);
-        else
+        if (!image.visibleBits) {
             MixSamples(row, count, start, image, plainCopy);
+            continue;
+        }
+        const int x = area.left + static_cast<int>(first), below = std::min(y + sse2::rowsAhead, area.bottom - 1);
+        ForVisibleRuns(start, count, image, [&](int from, int to) {
+            FetchTarget(x + from, x + to, below);
+            MixSamples(row + from, to - from, {start.u + start.uStep * from, start.v, start.uStep, 0}, image, plainCopy);
+        });
     }
 }

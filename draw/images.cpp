@@ -46,6 +46,19 @@ static int FreeHandle() {
     return static_cast<int>(free - images.begin());
 }
 
+// Room for what an image shows at one scale: as many samples as it has texels, since most of it is clear. Without it the
+// image is filtered whenever it is drawn.
+static KeptSamples ReserveSamples(int width, int height) {
+    constexpr int mostSamples = 1 << 18, mostRuns = 1 << 14;
+    KeptSamples kept{};
+    kept.sampleRoom = std::min(width * height, mostSamples);
+    kept.runRoom    = mostRuns;
+    kept.samples.reset(new (std::nothrow) uint32_t[kept.sampleRoom]);
+    kept.runs.reset(new (std::nothrow) SampleRun[mostRuns]);
+    if (!kept.runs) kept.samples.reset();
+    return kept;
+}
+
 int AddImage(int width, int height, const ImageOptions& options) {
     if (!allowed || width < 1 || height < 1 || width > imageSideLimit || height > imageSideLimit) return noHandle;
     const int pitch = ((width + 15) / 16 | 1) * 16;
@@ -60,6 +73,7 @@ int AddImage(int width, int height, const ImageOptions& options) {
     images[handle].visibleBits = std::move(bits);
     images[handle].options = options;
     images[handle].keyable = !options.alpha;
+    if (options.alpha) images[handle].kept = ReserveSamples(width, height);
     return handle;
 }
 
@@ -167,6 +181,7 @@ const TexelBox& VisibleTexels(Image& image) {
         if (left == right) continue;
         box = {std::min(box.left, left), std::min(box.top, y), std::max(box.right, right), y + 1};
     }
+    image.kept.state   = KeptState::none;
     image.visible      = box;
     image.visibleKey   = key;
     image.visibleKnown = drawState.target.surface.pixels != s.pixels;  // it still changes while it is the target

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "draw/draw_layer.h"
+#include "draw/raster.h"
 #include "draw/surface.h"
 
 constexpr int imageSideLimit = 16384;  // pixels
@@ -25,6 +26,7 @@ struct Image {
     std::unique_ptr<uint64_t[]> visibleBits;  // MaskWords a row, a bit for each texel; short gaps count as visible
     Color visibleKey;
     bool visibleKnown;
+    KeptSamples kept;     // of an image with an alpha channel; void when the visible texels are found anew
 };
 
 void DefaultImages();

@@ -2,6 +2,8 @@
 //
 // Everything above has turned a call into these; another back-end is another row of functions.
 #pragma once
+#include <memory>
+
 #include "draw/blend.h"
 #include "draw/draw_state.h"
 
@@ -16,6 +18,22 @@ inline PixelRect ClipToTarget(const PixelRect& rect) {
             rect.bottom < surface.height ? rect.bottom : surface.height};
 }
 
+// A filtered picture at one scale, kept from frame to frame: the samples of its visible runs, one run after another. The
+// memory is there from the image's start. Written by the last stage, which fills it when the same scale is asked for again.
+struct SampleRun {
+    int x, y, count;  // place from the top left of the whole picture
+};
+enum class KeptState : uint8_t { none, asked, filled, noRoom };
+struct KeptSamples {
+    std::unique_ptr<uint32_t[]> samples;  // nullptr in an image that keeps none
+    std::unique_ptr<SampleRun[]> runs;
+    int sampleRoom, runRoom;  // how many there may be
+    int runCount;
+    KeptState state;
+    Walk walk;                // at the centre of the picture's first pixel
+    int64_t vDown;            // texels to the next row
+};
+
 // An image with an integer map: the pixel (x, y) shows the image at
 // (start.u + (x - area.left) x across.uStep + (y - area.top) x downU, likewise v), where that lies in [low, high).
 struct MappedImage {
@@ -27,6 +45,8 @@ struct MappedImage {
     const uint64_t* visibleBits;  // of each row, maskWords for the texels that show; nullptr: all
     int maskWords;
     bool smooth;            // linear filter, else the texel at hand
+    PixelRect whole;        // the area before it was clipped
+    KeptSamples* kept;      // for the whole area; nullptr: to be filtered now
     Mix mix;
 };
 

@@ -361,6 +361,88 @@ TEST_F(ImageDrawing, VisibleBitsLeaveOutOnlyWhatDoesNotShow) {
     }
 }
 
+// --- samples kept from draw to draw --------------------------------------------------------------------------------------------
+
+struct KeptPicture : ImageDrawing {
+    static KeptState StateOf(int image) { return FindImage(image)->kept.state; }
+    // A few dots and lines with clear edges on a clear image.
+    static int Sketch(int columns, int rows, Random& random) {
+        const int image = Make(columns, rows, true);
+        SetDrawTarget(image);
+        for (int i = 0; i < 6; ++i) {
+            SetBlend(blendAlphaImage, random.Below(256));
+            DrawCircle(random.Below(columns), random.Below(rows), random.Below(4), random.Next() & 0xFFFFFF, 1, 1);
+            DrawLineI(random.Below(columns), random.Below(rows), random.Below(columns), random.Below(rows), random.Next() & 0xFFFFFF);
+        }
+        SetBlend(blendNone, 255);
+        SetDrawTarget(backBuffer);
+        return image;
+    }
+    static std::vector<uint32_t> Drawn(int image, int mode, int x, int y, double scale) {
+        Paper(grey);
+        SetBlend(mode, 200);
+        DrawImageRotated(static_cast<float>(x), static_cast<float>(y), 0, 0, image, 1, scale, 0);
+        return Picture();
+    }
+    static std::vector<uint32_t> DrawnAnew(int image, int mode, int x, int y, double scale) {
+        FindImage(image)->kept.state = KeptState::none;
+        return Drawn(image, mode, x, y, scale);
+    }
+};
+
+TEST_F(KeptPicture, DrawnAgainAtTheSameScaleIsTheSameEverywhereAndInEveryMode) {
+    constexpr int modes[] = {blendNone, blendAlpha, blendAdd, blendSubtract, blendMultiply};
+    Random random(33);
+    for (int turn = 0; turn < 300; ++turn) {
+        const int columns = turn % 10 ? random.Between(20, 60) : random.Between(200, 400);  // also runs of several chunks
+        const int image = Sketch(columns, random.Between(20, 60), random);
+        const double scale = random.Between(20, 190) / 100.0;
+        struct Place {
+            int x, y, mode;
+            std::vector<uint32_t> expected;
+        } places[5];
+        for (Place& place : places) {
+            place.x = random.Between(-60, 60), place.y = random.Between(-60, 40), place.mode = modes[random.Below(5)];
+            place.expected = DrawnAnew(image, place.mode, place.x, place.y, scale);
+        }
+        for (const Place& place : places) ASSERT_EQ(Drawn(image, place.mode, place.x, place.y, scale), place.expected) << turn;
+        DeleteImage(image);
+    }
+}
+
+TEST_F(KeptPicture, IsFilteredAtTheSecondDrawAndKeptUntilScaleOrImageChange) {
+    Random random(34);
+    const int image = Sketch(30, 30, random);
+    Drawn(image, blendAlpha, 5, 5, 1.5);
+    EXPECT_EQ(StateOf(image), KeptState::asked);
+    Drawn(image, blendAlpha, 6, 7, 1.5);  // the place does not matter
+    EXPECT_EQ(StateOf(image), KeptState::filled);
+    Drawn(image, blendAdd, 5, 5, 1.25);
+    EXPECT_EQ(StateOf(image), KeptState::asked);
+    const std::vector<uint32_t> before = Drawn(image, blendAdd, 5, 5, 1.25);
+    EXPECT_EQ(StateOf(image), KeptState::filled);
+    Put(image, 3, 28, white);
+    const std::vector<uint32_t> changed = Drawn(image, blendAdd, 5, 5, 1.25);
+    EXPECT_EQ(StateOf(image), KeptState::asked);
+    EXPECT_NE(changed, before);
+    EXPECT_EQ(Drawn(image, blendAdd, 5, 5, 1.25), changed);
+    ClearImageBlack(image);
+    EXPECT_EQ(CountLit(Drawn(image, blendNone, 0, 0, 1.25)), width * height);  // nothing but the paper
+}
+
+TEST_F(KeptPicture, OneThatTakesMoreRoomThanItsImageIsFilteredEachTime) {
+    const int image = Make(20, 12, true);
+    SetDrawTarget(image);
+    FillRect(0, 0, 20, 12, red);
+    SetDrawTarget(backBuffer);
+    const std::vector<uint32_t> expected = DrawnAnew(image, blendAlpha, 3, 4, 1.5);
+    for (int turn = 0; turn < 3; ++turn) {
+        ASSERT_EQ(Drawn(image, blendAlpha, 3, 4, 1.5), expected);
+        EXPECT_EQ(StateOf(image), KeptState::noRoom);
+    }
+    EXPECT_EQ(Drawn(image, blendAlpha, 3, 4, 0.5), DrawnAnew(image, blendAlpha, 3, 4, 0.5));
+}
+
 TEST_F(ImageDrawing, VisibleBoxFollowsWhatIsDrawnIntoTheImage) {
     const int image = Make(8, 8);
     SetBlend(blendAlpha, 255);
