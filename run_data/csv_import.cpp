@@ -133,7 +133,7 @@ static void ReadValues(RowValues& values, const CsvBlock& block, int samples) {
 template <class T>
 static void Deliver(SampleArray<T>& array, const int32_t* values, int first, int count) {
     const int room = std::min<int>(count, static_cast<int>(array.size()) - first);
-    for (int k = 0; k < room; k++) array[first + k] = static_cast<T>(values[k]);
+    if (room > 0) std::copy_n(values, room, array.begin() + first);
 }
 
 static void DeliverAll(int slot, const RowValues& values, int first, int count) {

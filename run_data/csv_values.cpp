@@ -1,5 +1,6 @@
 #include "run_data/csv_values.h"
 
+#include <algorithm>
 #include <array>
 
 #include "run_data/csv_number.h"
@@ -103,19 +104,27 @@ static inline __m128d NumbersOf(const TwoDecimals& two, const DecimalForm& form)
     return _mm_xor_pd(_mm_div_pd(_mm_cvtepi32_pd(whole), _mm_load_pd(form.power)), _mm_castsi128_pd(two.sign));
 }
 
+// Reads from line k on, two lines at a time, as long as their fields are of the form. Returns the first line that is left.
+static int ReadWhileFit(const CsvBlock& block, int k, int column, const DecimalForm& form, double* numbers) {
+    const char* const bytes = block.text.bytes;
+    const int64_t* const start = block.start;
+    const int pairsEnd = block.lines - 1, step = block.step;
+    const CsvSpan* span = block.span + k * step + column;
+    for (; k < pairsEnd; k += 2, span += 2 * step) {
+        const char* const lines[2] = {bytes + start[k], bytes + start[k + 1]};
+        const TwoDecimals two = SortOut(lines, span[0], span[step], form);
+        if (!two.fit) break;
+        _mm_storeu_pd(numbers + k, NumbersOf(two, form));
+    }
+    return k;
+}
+
 void ReadNumbers(const CsvBlock& block, CsvColumn& column, double* numbers) {
     if (block.start[0] < wordBytes) return ReadNumbersPlain(block, column, numbers);  // nothing to read before the text
-    const char* const bytes = block.text.bytes;
-    const CsvSpan* span = block.span + column.column;
-    int k = 0;
-    for (; k + 2 <= block.lines; k += 2, span += 2 * block.step) {
-        const DecimalForm& form = forms[column.decimals];
-        const char* const lines[2] = {bytes + block.start[k], bytes + block.start[k + 1]};
-        const TwoDecimals two = SortOut(lines, span[0], span[block.step], form);
-        if (two.fit) _mm_storeu_pd(numbers + k, NumbersOf(two, form));
-        else ReadSome(block, k, k + 2, column, numbers);
+    for (int k = 0; k < block.lines; k += 2) {
+        k = ReadWhileFit(block, k, column.column, forms[column.decimals], numbers);
+        ReadSome(block, k, std::min(k + 2, block.lines), column, numbers);
     }
-    ReadSome(block, k, block.lines, column, numbers);
 }
 
 void CutProducts(const double* numbers, int count, double scale, double divider, int32_t* products) {
