@@ -8,26 +8,31 @@ namespace sse2 {
 
 constexpr int rowGap = 512;  // pixels
 
+// A cache line at a time also because a loop of a few instructions runs at half its speed where it lies badly.
 template <class Blend>
-static void FillRowsApart(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Blend& blend) {
+static void FillLines(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Blend& blend) {
+    const bool apart = pitch - width >= rowGap;
     for (; height > 0; --height, pixels += pitch) {
-        const uint32_t* ahead = height > rowsAhead ? pixels + rowsAhead * pitch : pixels;
+        const uint32_t* ahead = apart && height > rowsAhead ? pixels + rowsAhead * pitch : nullptr;
         int x = 0;
         for (; x + cacheLine <= width; x += cacheLine) {
-            Fetch(ahead + x);
-            for (uint32_t* p = pixels + x; p < pixels + x + cacheLine; p += 4) Store4(p, blend.All(Load4(p)));
+            if (ahead) Fetch(ahead + x);
+            uint32_t* p = pixels + x;
+            Store4(p, blend.All(Load4(p)));
+            Store4(p + 4, blend.All(Load4(p + 4)));
+            Store4(p + 8, blend.All(Load4(p + 8)));
+            Store4(p + 12, blend.All(Load4(p + 12)));
         }
         FillWith(pixels + x, pitch, width - x, 1, blend);
     }
 }
 
 void FillLongRows(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Paint& paint) {
-    if (pitch - width < rowGap) return FillPixels(pixels, pitch, width, height, paint);
     switch (paint.kind) {
-        case BlendKind::alpha: return FillRowsApart(pixels, pitch, width, height, AlphaOf(paint));
-        case BlendKind::add: return FillRowsApart(pixels, pitch, width, height, Add{Four(paint.source)});
-        case BlendKind::subtract: return FillRowsApart(pixels, pitch, width, height, Subtract{Four(paint.source)});
-        case BlendKind::multiply: return FillRowsApart(pixels, pitch, width, height, Multiply{Low(Four(paint.source))});
+        case BlendKind::alpha: return FillLines(pixels, pitch, width, height, AlphaOf(paint));
+        case BlendKind::add: return FillLines(pixels, pitch, width, height, Add{Four(paint.source)});
+        case BlendKind::subtract: return FillLines(pixels, pitch, width, height, Subtract{Four(paint.source)});
+        case BlendKind::multiply: return FillLines(pixels, pitch, width, height, Multiply{Low(Four(paint.source))});
         default: return FillPixels(pixels, pitch, width, height, paint);
     }
 }
