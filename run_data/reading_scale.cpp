@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "run_data/fixed_point.h"
 #include "run_data/look_up.h"
 #include "run_data/stream_copy.h"
 
@@ -16,22 +17,52 @@ static bool FitsFloats(const ReadingScale& scale, int highest) {
     return scale.addend % scale.factor == 0 && std::abs(scale.factor) * highest + std::abs(scale.addend) < 1 << 21;
 }
 
+// The same quotient of a scale in two parts: each reading a whole number of times, and a remainder that is smaller.
+struct SplitScale {
+    int64_t whole;
+    ReadingScale rest;
+};
+static SplitScale Split(const ReadingScale& scale) {
+    const int64_t whole = scale.factor / scale.divisor, shift = scale.factor == 0 ? 0 : scale.addend / scale.factor;
+    const int64_t factor = scale.factor % scale.divisor;
+    return {whole, {factor, shift * factor, scale.divisor, static_cast<int>(scale.base + shift * whole)}};
+}
+
 void FindDistinct(CellScale& ready, int highest) {
     std::vector<int32_t> values(ready.values, ready.values + highest + 1);
     std::sort(values.begin(), values.end());
     ready.distinct = std::adjacent_find(values.begin(), values.end()) == values.end();
 }
 
-void MakeReady(CellScale& ready, const ReadingScale& scale, int highest) {
-    ready.way = FitsFloats(scale, highest) ? CellScale::floats : highest < tableReadings ? CellScale::table : CellScale::doubles;
+static void SetSlope(CellScale& ready, const ReadingScale& scale, double tooLarge) {
     ready.shift = scale.factor == 0 ? 0 : static_cast<double>(scale.addend) / static_cast<double>(scale.factor);
-    ready.slope = static_cast<double>(scale.factor) / scale.divisor * (1 + (ready.way == CellScale::floats ? 0x1p-22 : 0x1p-47));
+    ready.slope = static_cast<double>(scale.factor) / scale.divisor * (1 + tooLarge);
     ready.base = scale.base;
-    ready.hundredths = scale.hundredths;
-    ready.distinct = false;
-    if (highest >= tableReadings) return;
+}
+
+static void MakeTable(CellScale& ready, const ReadingScale& scale, int highest) {
     for (int reading = 0; reading < tableReadings; reading++) ready.values[reading] = Scaled(scale, reading);
     FindDistinct(ready, highest);
+}
+
+void MakeReady(CellScale& ready, const ReadingScale& scale, int highest) {
+    constexpr double aboveFloats = 0x1p-22, aboveDoubles = 0x1p-47;
+    const bool hasTable = highest < tableReadings;
+    ready.hundredths = scale.hundredths;
+    ready.distinct = false;
+    ready.whole = 0;
+    if (hasTable) MakeTable(ready, scale, highest);
+    if (FitsFloats(scale, highest)) {
+        ready.way = CellScale::floats;
+        return SetSlope(ready, scale, aboveFloats);
+    }
+    ready.way = hasTable ? CellScale::table : CellScale::doubles;
+    SetSlope(ready, scale, aboveDoubles);
+    if (!hasTable || scale.factor == 0 || scale.addend % scale.factor != 0) return;
+    const SplitScale split = Split(scale);
+    if (!FitsFloats(split.rest, highest) || split.whole != Wrap16(split.whole)) return;
+    ready.whole = Wrap16(split.whole);
+    SetSlope(ready, split.rest, aboveFloats);
 }
 
 template <class Real, class Reading, class Cell>
@@ -56,11 +87,24 @@ void ScaleCells(const CellScale& scale, const uint16_t* readings, int32_t* cells
 }
 
 template <class Cell>
+static void ScaleSplit(const CellScale& scale, const uint16_t* __restrict readings, Cell* __restrict cells) {
+    const float shift = static_cast<float>(scale.shift), slope = static_cast<float>(scale.slope);
+    const uint16_t base = static_cast<uint16_t>(scale.base), whole = static_cast<uint16_t>(scale.whole);
+    for (int c = lead; c < blockCells; c++) {
+        const uint16_t rest = static_cast<uint16_t>(static_cast<int>((static_cast<int>(readings[c]) + shift) * slope));
+        const uint16_t wholes = static_cast<uint16_t>(readings[c] * whole);
+        cells[c] = static_cast<Cell>(static_cast<uint16_t>(rest + wholes + base));
+    }
+}
+
+template <class Cell>
 static void ScaleTo16Bits(const CellScale& scale, const uint16_t* readings, Cell* cells) {
     switch (scale.way) {
         case CellScale::floats: return ScaleLoop<float>(scale, readings, cells);
         case CellScale::doubles: return ScaleLoop<double>(scale, readings, cells);
-        case CellScale::table: return LookUpLow16(readings, scale.values, cells);
+        case CellScale::table:
+            if (scale.whole != 0) return ScaleSplit(scale, readings, cells);
+            return LookUpLow16(readings, scale.values, cells);
     }
 }
 void ScaleCells(const CellScale& scale, const uint16_t* readings, int16_t* cells) { ScaleTo16Bits(scale, readings, cells); }

@@ -20,11 +20,13 @@ constexpr int32_t Scaled(const ReadingScale& scale, int reading) {
 
 constexpr int tableReadings = 1024;
 
-// A scale made ready: floats where they are exact, a table where readings are few, and doubles, which are always exact.
+// A scale made ready: floats where they are exact, a table where readings are few, and doubles, which are always exact. Cells of
+// 16 bits can do without the table where floats are exact for what a whole number of times each reading leaves over.
 struct CellScale {
     enum Way { floats, doubles, table } way;
-    double  shift, slope;  // value: (reading + shift) x slope, truncated, + base
+    double  shift, slope;  // value: (reading + shift) x slope, truncated, + reading x whole + base
     int     base;
+    int16_t whole;         // for cells of 16 bits only, beside a table
     bool    hundredths;
     bool    distinct;      // no two readings have the same value; of readings that have a table only
     int32_t values[tableReadings];

@@ -45,6 +45,7 @@ TEST(ReadingScale, TakesFloatsTablesAndDoublesWhereEachIsExact) {
     EXPECT_EQ(ready.way, CellScale::floats);
     MakeReady(ready, {-18768, -18768 * 900, 1023, 18768}, 1023);
     EXPECT_EQ(ready.way, CellScale::table);
+    EXPECT_EQ(ready.whole, -18);  // cells of 16 bits take 18 1/3 times each reading in two parts
     MakeReady(ready, {5000, 127, 255}, 255);  // not a whole multiple of the factor
     EXPECT_EQ(ready.way, CellScale::table);
     MakeReady(ready, {2000, 0, 65535}, 65535);
@@ -66,6 +67,17 @@ TEST(ReadingScale, IsExactAtTheLimitOfFloats) {
         ExpectExact({-8223, 8223 * 100, divisor}, 155);
         ExpectExact({8225, 0, divisor}, 255);       // above
     }
+}
+
+TEST(ReadingScale, IsExactInTwoPartsForEveryStroke) {
+    for (int zero = 0; zero <= 1023; zero += 31)
+        for (int span : {18768, 12500, 10, -10, 1530, -1530, 10230, 10231, 327670, -327680}) {
+            const int64_t addend = int64_t{span} * (1023 - zero);
+            ExpectExact({-span, -addend, 1023, span}, 1023);
+            ExpectExact({span, addend, 1023}, 1023);
+            ExpectExact({-span, 0, 1024, span - 25 * zero}, 1023);
+            if (HasFatalFailure()) return;
+        }
 }
 
 TEST(ReadingScale, IsExactForReadingsOf16Bits) {
