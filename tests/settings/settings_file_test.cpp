@@ -3,8 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdio>
 #include <cstring>
 #include <variant>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 #include "graph/color_scheme.h"
 #include "graph/view_state.h"
@@ -458,6 +464,37 @@ TEST_F(SettingsFile, FolderThatCannotBeWrittenIsNotReported) {
     EXPECT_TRUE(shown.empty());
     EXPECT_EQ(folder.EntryCount(), 0);
 }
+
+#ifndef _WIN32
+// Runs work in a process of its own that has no more rights than any user, as root may write everywhere; returns its exit
+// status, -1 without one.
+static int StatusAsAnyUser(int (*work)()) {
+    constexpr uid_t nobody = 65534;
+    const pid_t child = fork();
+    if (child == 0) _exit(geteuid() == 0 && setuid(nobody) != 0 ? 99 : work());
+    int status = 0;
+    return waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST_F(SettingsFile, AReadOnlyProgramFolderIsLeftAsItIsAndNothingIsReported) {
+    const std::string before = "[Window]\r\nx=123\r\n";
+    folder.Write("ZRKA.ini", before);
+    std::filesystem::permissions(folder.path, std::filesystem::perms(0555));
+    const int status = StatusAsAnyUser([] {
+        shown.clear();
+        LoadSettings();
+        if (windowX != 123) return 1;
+        windowX = 77;
+        if (std::fopen(ProgramFile("probe").c_str(), "wb") != nullptr) return 2;  // it can be written to after all
+        SaveSettings();
+        return shown.empty() ? 0 : 3;
+    });
+    std::filesystem::permissions(folder.path, std::filesystem::perms(0755));
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(folder.Read("ZRKA.ini"), before);
+    EXPECT_EQ(folder.EntryCount(), 1);
+}
+#endif
 
 TEST_F(SettingsFile, FolderInPlaceOfTheFileGivesDefaultsAndIsLeftAlone) {
     std::filesystem::create_directory(folder.path / "ZRKA.ini");
