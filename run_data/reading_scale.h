@@ -40,7 +40,7 @@ void FindDistinct(CellScale& ready, int highest);
 void ScaleCells(const CellScale& scale, const uint16_t* readings, int32_t* cells);
 void ScaleCells(const CellScale& scale, const uint16_t* readings, int16_t* cells);
 void ScaleCells(const CellScale& scale, const uint16_t* readings, uint16_t* cells);
-// The same straight into memory, past the caches: `array` is that of the first cell, and a multiple of 16.
-void StreamScaled(const CellScale& scale, const uint16_t* readings, int32_t* array);
 // Of signed readings; there is no table for them.
 void ScaleCells(const CellScale& scale, const int16_t* readings, uint16_t* cells);
+// The same straight into memory, past the caches: `array` is that of the first cell, and a multiple of 16.
+void StreamScaled(const CellScale& scale, const uint16_t* readings, int32_t* array);
