@@ -53,12 +53,13 @@ static void FindCells(HWND window) {
         }
 }
 
+// The text is set past the control, which on one system paints at once and on another may not paint what its owner draws.
 static void ShowCell(HWND control, LapCell& shown, const LapCell& cell) {
-    if (std::strcmp(shown.text, cell.text) != 0)
-        SetWindowTextA(control, cell.text);  // digits, signs and "Avr."
-    else if (shown.best != cell.best)
-        InvalidateRect(control, nullptr, FALSE);
+    const bool otherText = std::strcmp(shown.text, cell.text) != 0;
+    if (!otherText && shown.best == cell.best) return;
+    if (otherText) DefWindowProcA(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(cell.text));  // digits, signs and "Avr."
     shown = cell;
+    RedrawWindow(control, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
 }
 
 static void ShowHeader(HWND window, int id, char* shown, const char* header) {
@@ -83,7 +84,6 @@ static void ShowScroll(HWND window, int id, ScrollState& shown, const ScrollStat
 static void ShowTable(HWND window, int table) {
     const TableControls& controls = tableControls[table];
     ShownTable& shown = shownTables[table];
-    // A cell is drawn while its text is set: the table at hand is already the new one.
     for (int line = 0; line < lapLines; line++) {
         for (int column = 0; column < lapColumns; column++)
             ShowCell(cellWindows[table][line * lapColumns + column], shown.cells[line][column], lapCells[table][line][column]);
@@ -133,6 +133,7 @@ static void ReleaseCellSurface() {
 // The brush behind a "Select" label; nullptr for any other control.
 static HBRUSH PaintLabel(HDC surface, int id) {
     if (id != labelUpperSelect && id != labelLowerSelect) return nullptr;
+    SetTextColor(surface, GetSysColor(COLOR_BTNTEXT));
     SetBkColor(surface, GetSysColor(COLOR_BTNFACE));
     return GetSysColorBrush(COLOR_BTNFACE);
 }

@@ -67,7 +67,7 @@ void LerpTexels(uint32_t* out, int count, const Walk& walk, const Texels& texels
 }  // namespace plain
 
 namespace sse2 {  // FillPixels stands in fill_sse2.h
-// FillPixels for wide rectangles, whose rows it fetches ahead.
+// FillPixels for wide rectangles. Where rows lie apart it fetches some of them ahead.
 void FillLongRows(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Paint& paint);
 void CoverRow(uint32_t* row, const uint8_t* coverage, int count, const Paint& paint);
 void MixRow(uint32_t* row, const uint32_t* source, int count, const Mix& mix);

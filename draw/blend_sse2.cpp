@@ -6,9 +6,9 @@ namespace sse2 {
 
 // --- one colour over long rows -------------------------------------------------------------------------------------------
 
-constexpr int rowGap = 512;  // pixels
+constexpr int rowGap = 512;  // pixels; rows closer together are one stream, which the machine fetches by itself
 
-// A cache line at a time also because a loop of a few instructions runs at half its speed where it lies badly.
+// A cache line at a time: each is fetched once, and a loop of a few instructions would run at half its speed where it lies badly.
 template <class Blend>
 static void FillLines(uint32_t* pixels, ptrdiff_t pitch, int width, int height, const Blend& blend) {
     const bool apart = pitch - width >= rowGap;

@@ -12,6 +12,7 @@ struct Destination {
     PixelRect area;  // not yet clipped
     Walk walk;       // at the centre of (area.left, area.top)
     int64_t uDown, vDown;
+    bool isRect;     // area is just what the whole image covers; a turned image has a box around it, clipped already
 };
 
 static int64_t ToFixed(double texels) { return static_cast<int64_t>(std::clamp(texels, -1e9, 1e9) * oneTexel); }
@@ -19,12 +20,13 @@ static int64_t ToFixed(double texels) { return static_cast<int64_t>(std::clamp(t
 static int FloorToInt(double value) { return TruncToInt(std::clamp(std::floor(value), -1e9, 1e9)); }
 
 // The samples that an image keeps of this destination, nullptr when there are none or it is drawn like this for the first time:
-// while a picture grows it is filtered in each frame, and when it rests only once more.
+// while a picture grows it is filtered in each frame, and when it rests only once more. Up to the longest side each width and
+// height has a step of its own, so that equal steps mean an equal size.
 static KeptSamples* KeptFor(KeptSamples& kept, const Destination& to) {
     constexpr int longestSide = 8192;
     const bool fits = int64_t{to.area.right} - to.area.left <= longestSide &&
                       int64_t{to.area.bottom} - to.area.top <= longestSide;
-    if (!kept.samples || !fits || to.walk.uStep == oneTexel) return nullptr;
+    if (!kept.samples || !to.isRect || !fits || to.walk.uStep == oneTexel) return nullptr;
     const Walk &a = kept.walk, &b = to.walk;
     const bool same = a.u == b.u && a.v == b.v && a.uStep == b.uStep && kept.vDown == to.vDown;
     if (same && kept.state != KeptState::none) return &kept;
@@ -82,6 +84,7 @@ static void DrawOnRect(Image& image, int x1, int y1, int x2, int y2, bool transp
     Destination to{};
     MapAxis(x1, x2, image.surface.width, &to.area.left, &to.area.right, &to.walk.u, &to.walk.uStep);
     MapAxis(y1, y2, image.surface.height, &to.area.top, &to.area.bottom, &to.walk.v, &to.vDown);
+    to.isRect = true;
     DrawMapped(image, to, transparent);
 }
 

@@ -41,6 +41,8 @@ static void NearestRow(uint32_t* out, int count, const Walk& walk, const Texels&
         sse2::ReadTexels(out + x, TexelRow(texels, v >> 32) + std::clamp<int64_t>(u >> 32, 0, texels.width - 1), 1, texels);
 }
 
+constexpr int downRoom = chunk + 5;  // texels that a chunk's samples look at, chunk + 2, in whole fours
+
 // Texels first to last of the row that an unturned walk crosses, filtered down.
 static void ReadFilteredDown(uint32_t* out, int first, int last, int64_t v, const Texels& texels) {
     const int64_t shifted = v - oneTexel / 2;
@@ -50,7 +52,7 @@ static void ReadFilteredDown(uint32_t* out, int first, int last, int64_t v, cons
     if (weight != 0 && AreReady(texels)) return sse2::LerpRows(out, top, bottom, count, weight);
     sse2::ReadTexels(out, top, count, texels);
     if (weight == 0) return;
-    uint32_t below[chunk + 5];
+    uint32_t below[downRoom];
     sse2::ReadTexels(below, bottom, count, texels);
     sse2::LerpRows(out, out, below, count, weight);
 }
@@ -66,7 +68,7 @@ static void SmoothRow(uint32_t* out, int count, const Walk& walk, const Texels& 
     };
     const int first = texel(std::min(walk.u, end), 0), final = texel(std::max(walk.u, end), 1);
     if (walk.vStep != 0 || final - first + 1 > chunk + 2) return sse2::LerpTexels(out, count, walk, texels);
-    uint32_t down[chunk + 5];
+    uint32_t down[downRoom];
     const int whole = std::min((final - first + 4) / 4 * 4, last - first + 1);
     ReadFilteredDown(down, first, first + whole - 1, walk.v, texels);
     sse2::LerpAlong(out, down, count, walk, first, last);
@@ -190,7 +192,8 @@ static bool FillKeptSamples(const MappedImage& image) {
     return kept.state == KeptState::filled;
 }
 
-static bool HasKeptSamples(const MappedImage& image) {
+// Filters them when they were asked for.
+static bool KeptSamplesReady(const MappedImage& image) {
     return image.kept->state == KeptState::filled || (image.kept->state == KeptState::asked && FillKeptSamples(image));
 }
 
@@ -219,7 +222,7 @@ static void MixKeptSamples(const MappedImage& image) {
 // --- whole images ------------------------------------------------------------------------------------------------------------
 
 void RasterImage(const MappedImage& image) {
-    if (image.kept && HasKeptSamples(image)) return MixKeptSamples(image);
+    if (image.kept && KeptSamplesReady(image)) return MixKeptSamples(image);
     const PixelRect& area = image.area;
     const bool plainCopy = IsPlainCopy(image), turned = image.walk.vStep != 0 || image.uDown != 0;
     const bool narrow = !plainCopy && !turned && image.texels.width <= narrowRow && area.right - area.left > narrowRow;

@@ -46,8 +46,9 @@ static int FreeHandle() {
     return static_cast<int>(free - images.begin());
 }
 
-// Room for what an image shows at one scale: as many samples as it has texels, since most of it is clear. Without it the
-// image is filtered whenever it is drawn.
+// Room for what an image shows at one scale: as many samples as it has texels, since most of it is clear, up to those of the
+// course picture, the largest that is drawn so, and 32 runs for each of its rows. Without it, or when an image shows more, it
+// is filtered whenever it is drawn.
 static KeptSamples ReserveSamples(int width, int height) {
     constexpr int mostSamples = 1 << 18, mostRuns = 1 << 14;
     KeptSamples kept{};
@@ -159,7 +160,7 @@ constexpr int shortGap = 4;  // texels; to leave out fewer costs more than to dr
 
 static void FindVisibleBits(const Image& image, const uint32_t* row, Color key, uint64_t* bits) {
     std::fill_n(bits, MaskWords(image.surface), uint64_t{0});
-    int next = image.surface.width;  // the first texel that is not in the mask and could follow a gap
+    int next = image.surface.width;  // behind the last visible texel, where a gap begins; none yet
     for (int x = 0; x < image.surface.width; ++x) {
         if (IsClear(image, row[x], key)) continue;
         for (int at = x - next < shortGap ? std::min(next, x) : x; at <= x; ++at) bits[at / 64] |= uint64_t{1} << at % 64;

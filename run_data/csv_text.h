@@ -13,7 +13,7 @@ constexpr int csvFieldLimit  = 127;   // bytes of a field that count
 constexpr int csvColumnLimit = 100;   // fields of a line that count
 
 struct CsvField {
-    const char* text;  // not zero-terminated; 8 bytes can be read
+    const char* text;  // not zero-terminated; 9 bytes can be read
     int length;        // 0 to csvFieldLimit
 };
 

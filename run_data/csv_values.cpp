@@ -50,9 +50,10 @@ struct DecimalForm {
 
 static constexpr DecimalForm MakeForm(int decimals) {
     const int point = wordBytes - 1 - decimals;  // the byte; with no decimals there is none, and the last digit is there
-    const uint64_t pointByte = uint64_t{0xFF} << 8 * point, signPlaces = decimals > 0 ? ~pointByte : ~uint64_t{0};
-    const uint64_t zeros = (0x3030303030303030 & signPlaces) | (0x2E2E2E2E2E2E2E2E & ~signPlaces);
-    const uint64_t most = 0x0909090909090909 & signPlaces;
+    const uint64_t pointByte = uint64_t{0xFF} << 8 * point, digitPlaces = decimals > 0 ? ~pointByte : ~uint64_t{0};
+    const uint64_t signPlaces = decimals > 0 ? digitPlaces : digitPlaces >> 8;  // a sign alone is no number
+    const uint64_t zeros = (0x3030303030303030 & digitPlaces) | (0x2E2E2E2E2E2E2E2E & ~digitPlaces);
+    const uint64_t most = 0x0909090909090909 & digitPlaces;
     DecimalForm form = {{zeros, zeros}, {most, most}, {pointByte, pointByte}, {signPlaces, signPlaces}, {}, {}, {}};
     int weight = 1, upper = 1;  // upper: of the lowest digit in the upper four bytes
     for (int k = wordBytes - 1; k >= 0; k--) {

@@ -57,6 +57,7 @@ static void WalkToStop(Walk& walk, const FrameSizes& sizes) {
 static bool MakeRoom(FrameSteps& steps, int64_t count) {
     if (count <= steps.room) return true;
     steps.room = 0;
+    steps.bytes.reset();
     steps.bytes.reset(new (std::nothrow) uint8_t[count]);
     if (steps.bytes) steps.room = count;
     return steps.room > 0;

@@ -18,7 +18,7 @@ int CountFixedFrames(int length, int limit);
 // Bytes of each change-mask frame of a log: finding them is a long chain of look-ups that need not be gone through twice.
 struct FrameSteps {
     std::unique_ptr<uint8_t[]> bytes;
-    int64_t room = 0;  // elements; the steps, and what the walk needs besides
+    int64_t room = 0;  // bytes at hand; the steps stand in front, behind them is what the walk needs besides
 };
 // Change-mask frames of a log up to and with one that begins at its end, at most `limit`. -1 when there is no memory.
 int WalkChangeMaskFrames(const uint8_t* log, int length, int version, int limit, FrameSteps& steps);

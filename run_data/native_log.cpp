@@ -18,6 +18,7 @@ int nativeSizeEstimate;
 void DefaultNativeLog() { nativeSizeEstimate = 0; }
 
 constexpr int decodedSampleLimit = 21400000;  // samples: cursorPos counts hundredths of a sample in 32 bits
+constexpr int64_t mostKeptSteps  = 32 << 20;  // bytes: what 8 hours take
 constexpr int spareSamples       = 16;        // elements of every array behind the last frame
 
 // A load also sets what a later set-up file will be written for.
@@ -88,6 +89,7 @@ int DecodeNativeLog(int slot, const uint8_t* buffer, int length) {
     ReadNativeHeader(slot, buffer);
     BuildScales(slot, version);
     DecodeFrames(slot, buffer, length, capacity, steps);
+    if (steps.room > mostKeptSteps) steps = {};
     ShowFromStart(slot);
     return 0;
 }

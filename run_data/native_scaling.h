@@ -45,5 +45,5 @@ ReadingScale InputScale(int slot, int input, int version);
 // All scales of a log whose header has been read.
 void BuildScales(int slot, int version);
 // Stored values of the block's readings: ne from its words, th, strokes, inputs and vb from fields, of all cells. Meanwhile the
-// stretch of the log that is read next comes near.
+// stretch of the log that is read next comes near, which may lie behind its end.
 void ScaleReadings(SampleBlock& block, int version, const uint8_t* next, int64_t nextBytes);

@@ -1,7 +1,9 @@
 // A division by a constant is a multiplication with its reciprocal, a little too large, and a truncation. With n / d a whole
 // number the product is that or above it by far less than 1; with none, n / d keeps away from the next number by 1 / d at
 // least, and the product is too large by n / d x 2^-21 at most (doubles: 2^-46), which is less while n is below 2^21 (2^46).
-// For floats n has to be a whole multiple of the factor, so that nothing is rounded before the multiplication.
+// For floats n has to be a whole multiple of the factor, so that nothing is rounded before the multiplication. For doubles it
+// may have a rounding term besides: what reading and shift together lose, 2^-53 of a shift below divisor / factor, is less than
+// the 2^-47 that the product is too large by, wherever the quotient is not 0 anyway.
 #include "run_data/reading_scale.h"
 
 #include <algorithm>
@@ -92,7 +94,7 @@ static void ScaleSplit(const CellScale& scale, const uint16_t* __restrict readin
     const uint16_t base = static_cast<uint16_t>(scale.base), whole = static_cast<uint16_t>(scale.whole);
     for (int c = lead; c < blockCells; c++) {
         const uint16_t rest = static_cast<uint16_t>(static_cast<int>((static_cast<int>(readings[c]) + shift) * slope));
-        const uint16_t wholes = static_cast<uint16_t>(readings[c] * whole);
+        const uint16_t wholes = static_cast<uint16_t>(unsigned{readings[c]} * whole);
         cells[c] = static_cast<Cell>(static_cast<uint16_t>(rest + wholes + base));
     }
 }

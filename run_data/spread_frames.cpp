@@ -1,5 +1,6 @@
 #include "run_data/spread_frames.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "run_data/byte_order.h"
@@ -16,7 +17,16 @@ static const uint8_t* TakeWord(const uint8_t* p, bool absolute, bool adds, uint1
     return p + (absolute ? 2 : 1);
 }
 
+// Cells without a frame hold what the block before had there, which may have been changed since.
+static void ClearFields(SampleBlock& block) {
+    for (uint16_t* cells : block.fields) {
+        std::fill(cells + lead, cells + block.first, 0);
+        std::fill(cells + block.end, cells + blockCells, 0);
+    }
+}
+
 void SpreadFramesPlain(const uint8_t* frames, const uint8_t* steps, int version, FrameBefore& before, SampleBlock& block) {
+    ClearFields(block);
     for (int c = block.first; c < block.end; c++) {
         const uint8_t* p = frames;
         int mask = before.words[maskWord] = ReadU16Be(p);

@@ -25,7 +25,6 @@ static void TransposeEight(const __m128i* frames, uint16_t (&words)[frameWords][
 }
 
 void TransposeFrames(const uint8_t* frames, uint16_t (&words)[frameWords][blockCells]) {
-    // The log is read once, in order, but a page is as long as a block of frames: the next one is fetched meanwhile.
     for (int c = lead; c < blockCells; c += 8, frames += 8 * frameSize) {
         TransposeEight(reinterpret_cast<const __m128i*>(frames), words, c);
     }

@@ -126,7 +126,7 @@ static void PaintAll() {
 using Cells = LapCell[lapTables][lapLines][lapColumns];
 
 static void NoteStep(double milliseconds, const Cells& before) {
-    int changed = 0, painted = 0, spare = 0;
+    int changed = 0, painted = 0, spare = 0, missed = 0;
     ForEachCell([&](int table, int line, int column) {
         const LapCell &old = before[table][line][column], &now = lapCells[table][line][column];
         const bool differs = std::strcmp(old.text, now.text) != 0 || old.best != now.best;
@@ -134,9 +134,11 @@ static void NoteStep(double milliseconds, const Cells& before) {
         changed += differs;
         painted += count > 0;
         spare += std::max(count - differs, 0);
+        missed += differs && count == 0;
     });
-    const double numbers[] = {milliseconds, changed * 1.0, painted * 1.0, spare * 1.0, erasures * 1.0};
-    for (int i = 0; i < 5; i++) Note(static_cast<Figure>(stepMs + i), numbers[i]);
+    const double numbers[] = {milliseconds, changed * 1.0, painted * 1.0, spare * 1.0, missed * 1.0, erasures * 1.0};
+    static_assert(std::size(numbers) == figureTotal - stepMs);
+    for (size_t i = 0; i < std::size(numbers); i++) Note(static_cast<Figure>(stepMs + static_cast<int>(i)), numbers[i]);
 }
 
 static void Step(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -193,7 +195,7 @@ int MeasureTable(int turns, int logs, char** names) {
         Note(againMs, OpenOnce());
     }
     whenPainted = ScrollAndRefill;
-    OpenOnce();
+    const bool scrolled = OpenOnce() >= 0;
     ShutDownProgram();
-    return unpaintedCells == 0 && figures.flush() ? 0 : 1;
+    return scrolled && unpaintedCells == 0 && figures.flush() ? 0 : 1;
 }

@@ -5,13 +5,15 @@
 enum Figure : int {
     firstMs, openMs, againMs, statisticsMs,
     stepMs,                                                   // one scrolling step or refill, until all is painted
-    changedCells, paintedCells, sparePaints, dialogErasures,  // per step; spare: cells that stayed, or were painted before
+    // Per step; spare: paints of cells that stayed, or were painted before; missed: cells that changed and were not painted.
+    changedCells, paintedCells, sparePaints, missedCells, dialogErasures,
     figureTotal
 };
 constexpr const char* figureNames[figureTotal] = {"first",   "open",    "again", "statistics", "step",
-                                                  "changed", "painted", "spare", "erased"};
+                                                  "changed", "painted", "spare", "missed", "erased"};
 constexpr const char* figuresFile = "figures.txt";  // NAME NUMBER, a line each, in the program's folder
 
 // Runs the program on the logs named, which lie in its folder, and leaves the figures there. 0 done; 1 when a log was not
-// loaded, the program did not start, or the dialog was closed before it was painted.
+// loaded, the program did not start, a dialog did not open or had an empty line of averages, or the file cannot be written.
+// A dialog that was closed before it was painted has a negative number.
 int MeasureTable(int turns, int logs, char** names);

@@ -490,6 +490,7 @@ TEST_F(SettingsFile, AReadOnlyProgramFolderIsLeftAsItIsAndNothingIsReported) {
         return shown.empty() ? 0 : 3;
     });
     std::filesystem::permissions(folder.path, std::filesystem::perms(0755));
+    if (status == 99) GTEST_SKIP() << "no other user to be had here";
     EXPECT_EQ(status, 0);
     EXPECT_EQ(folder.Read("ZRKA.ini"), before);
     EXPECT_EQ(folder.EntryCount(), 1);
