@@ -430,6 +430,23 @@ TEST_F(KeptPicture, IsFilteredAtTheSecondDrawAndKeptUntilScaleOrImageChange) {
     EXPECT_EQ(CountLit(Drawn(image, blendNone, 0, 0, 1.25)), width * height);  // nothing but the paper
 }
 
+TEST_F(KeptPicture, ATurnedOneIsFilteredEachTimeThoughWholeTurnsLookUnturned) {
+    Random random(35);
+    const int image = Sketch(40, 30, random);
+    const double wholeTurn = 2 * std::acos(-1.0);
+    const auto draw = [&](int x) {
+        Paper(grey);
+        SetBlend(blendAlpha, 255);
+        DrawImageRotated(static_cast<float>(x), 5, 0, 0, image, 1, 1.5, wholeTurn);
+        return Picture();
+    };
+    const std::vector<uint32_t> whole = draw(5);
+    draw(width - 10);  // clipped
+    draw(width - 10);
+    EXPECT_EQ(StateOf(image), KeptState::none);
+    EXPECT_EQ(draw(5), whole);
+}
+
 TEST_F(KeptPicture, OneThatTakesMoreRoomThanItsImageIsFilteredEachTime) {
     const int image = Make(20, 12, true);
     SetDrawTarget(image);
