@@ -15,10 +15,8 @@
 //
 // Frames have no common size: frame_walk.cpp finds their places, spread_frames.cpp their fields.
 #include <algorithm>
-#include <cstring>
 
 #include "run_data/frame_sizes.h"
-#include "run_data/log_header.h"
 #include "run_data/native_frames.h"
 #include "run_data/native_scaling.h"
 #include "run_data/spread_frames.h"
@@ -26,12 +24,10 @@
 
 int ChangeMaskFrameSize(const uint8_t* frame, int version) { return static_cast<int>(FrameSize(SizesFor(version), frame)); }
 
-static int MaskBit(int field) { return 11 - field; }
-
 // First cell whose frame has a field; the block's end without one.
 static int FirstWith(const SampleBlock& b, int field) {
     int c = b.first;
-    while (c < b.end && !(b.words[maskWord][c] >> MaskBit(field) & 1)) c++;
+    while (c < b.end && !(b.words[maskWord][c] >> FieldBit(field) & 1)) c++;
     return c;
 }
 
@@ -63,7 +59,7 @@ static void JudgeThrottle(SampleBlock& b, int version) {
     for (int c = lead; c < blockCells; c++) trusted[c] = b.vb[c - 1] >= trustedVoltage ? 0xFFFF : 0;
     for (int c = lead; c < blockCells; c++) always &= trusted[c];
     for (int c = lead; c < blockCells; c++) {
-        int counts = trusted[c] & -(b.words[maskWord][c] >> 11 & 1);
+        int counts = trusted[c] & -(b.words[maskWord][c] >> FieldBit(throttleField) & 1);
         int raw = b.fields[throttleField][c] >> toEightBits;
         b.throttleRaw[c] = static_cast<uint8_t>((raw & counts) | (throttleNotSeen & ~counts));
     }
@@ -72,7 +68,7 @@ static void JudgeThrottle(SampleBlock& b, int version) {
     int32_t before = b.th[b.first - 1];
     for (int c = b.first; c < b.end; c++) {
         int32_t taken = b.th[c] & static_cast<int16_t>(trusted[c]);
-        before = b.words[maskWord][c] & 1 << MaskBit(throttleField) ? taken : before;
+        before = b.words[maskWord][c] & 1 << FieldBit(throttleField) ? taken : before;
         b.th[c] = before;
     }
 }

@@ -19,17 +19,22 @@ inline __m128i FirstOfFour(const int32_t* p) {
 inline __m128i FourOf(const int32_t* a, const int32_t* b, const int32_t* c, const int32_t* d) {
     return _mm_unpacklo_epi64(_mm_unpacklo_epi32(FirstOfFour(a), FirstOfFour(b)), _mm_unpacklo_epi32(FirstOfFour(c), FirstOfFour(d)));
 }
+// Calls put(c, the values of indices c to c + 3) for all cells of a block.
+template <class Index, class Put>
+inline void ForEachFourValues(const Index* indices, const int32_t* table, Put put) {
+#pragma GCC unroll 2
+    for (int c = lead; c < blockCells; c += 4) {
+        auto at = [&](int i) { return table + indices[c + i]; };
+        put(c, FourOf(at(0), at(1), at(2), at(3)));
+    }
+}
 #endif
 
 // cells[c] = table[indices[c]] for all cells of a block. Both may be the same.
 template <class Index>
 inline void LookUp(const Index* indices, const int32_t* table, int32_t* cells) {
 #ifdef __SSE2__
-#pragma GCC unroll 2
-    for (int c = lead; c < blockCells; c += 4) {
-        auto at = [&](int i) { return table + indices[c + i]; };
-        _mm_store_si128(reinterpret_cast<__m128i*>(cells + c), FourOf(at(0), at(1), at(2), at(3)));
-    }
+    ForEachFourValues(indices, table, [=](int c, __m128i four) { _mm_store_si128(reinterpret_cast<__m128i*>(cells + c), four); });
 #else
     for (int c = lead; c < blockCells; c++) cells[c] = table[indices[c]];
 #endif

@@ -4,6 +4,7 @@
 #include "run_data/look_up.h"
 #include "run_data/native_log.h"
 #include "run_data/run_store.h"
+#include "run_data/spread_frames.h"
 
 ReadingScale ThrottleScale(int slot, int version) {
     int closed = tpsClosedRaw[slot];
@@ -108,7 +109,7 @@ void BuildScales(int slot, int version) {
 static void ChooseCounts(const uint16_t* __restrict masks, const uint16_t* __restrict deltas, uint16_t* __restrict counts,
                          uint16_t* __restrict keep) {
     for (int c = lead; c < blockCells; c++) {
-        const uint16_t adds = static_cast<uint16_t>((masks[c] >> 14 & 1) - 1);
+        const uint16_t adds = static_cast<uint16_t>((masks[c] >> WordBit(neWord) & 1) - 1);
         keep[c] = adds;
         counts[c] = static_cast<uint16_t>((counts[c] & ~adds) | (deltas[c] & adds));
     }

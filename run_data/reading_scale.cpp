@@ -136,12 +136,9 @@ static void StreamFloats(const CellScale& scale, const uint16_t* readings, int32
 }
 
 static void StreamTable(const int32_t* table, const uint16_t* readings, int32_t* array) {
-    __m128i* out = reinterpret_cast<__m128i*>(array);
-#pragma GCC unroll 2
-    for (int c = lead; c < blockCells; c += 4) {
-        auto at = [&](int i) { return table + readings[c + i]; };
-        _mm_stream_si128(out++, FourOf(at(0), at(1), at(2), at(3)));
-    }
+    ForEachFourValues(readings, table, [=](int c, __m128i four) {
+        _mm_stream_si128(reinterpret_cast<__m128i*>(array + c - lead), four);
+    });
 }
 #endif
 

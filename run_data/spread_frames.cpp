@@ -5,8 +5,7 @@
 
 #include "run_data/byte_order.h"
 
-// Bits of the mask, beside words and fields; change_mask_frames.cpp has the layout.
-constexpr int firstWordBit = 14, firstFieldBit = 11, flagBit = 3;
+constexpr int flagBit = 3;      // of the mask
 constexpr int spreadWords = 3;  // Ne, VFW, VRW
 
 static bool Has(int mask, int bit) { return mask >> bit & 1; }
@@ -31,9 +30,9 @@ void SpreadFramesPlain(const uint8_t* frames, const uint8_t* steps, int version,
         const uint8_t* p = frames;
         int mask = before.words[maskWord] = ReadU16Be(p);
         p += 2;
-        for (int k = 0; k < spreadWords; k++) p = TakeWord(p, Has(mask, firstWordBit - k), k != neWord, before.words[k]);
+        for (int k = 0; k < spreadWords; k++) p = TakeWord(p, Has(mask, WordBit(k)), k != neWord, before.words[k]);
         for (int k = 0; k < fieldTotal; k++) {
-            if (!Has(mask, firstFieldBit - k)) continue;
+            if (!Has(mask, FieldBit(k))) continue;
             before.fields[k] = version == 4 ? ReadU16Be(p) : *p;
             p += version == 4 ? 2 : 1;
         }

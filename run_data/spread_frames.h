@@ -4,6 +4,10 @@
 
 #include "run_data/native_block.h"
 
+// The mask's bit of a word (Ne, VFW, VRW), and of a field; change_mask_frames.cpp has the layout.
+constexpr int WordBit(int word) { return 14 - word; }
+constexpr int FieldBit(int field) { return 11 - field; }
+
 // What absent fields repeat: the readings of the frame before.
 struct FrameBefore {
     alignas(16) uint16_t words[8];  // of words, as in a block; the upper half means nothing
