@@ -29,11 +29,24 @@ void ExpectScaled(const ReadingScale& scale, const CellScale& ready, const std::
     }
 }
 
+// The same straight into memory.
+void ExpectStreamed(const ReadingScale& scale, const CellScale& ready, const std::vector<int>& readings) {
+    alignas(16) static uint16_t block[blockCells];
+    alignas(16) static int32_t array[blockSize];
+    for (size_t from = 0; from + blockSize <= readings.size(); from += blockSize) {
+        for (int i = 0; i < blockSize; i++) block[lead + i] = static_cast<uint16_t>(readings[from + i]);
+        StreamScaled(ready, block, array);
+        for (int i = 0; i < blockSize; i++)
+            ASSERT_EQ(array[i], Scaled(scale, readings[from + i])) << readings[from + i] << " x " << scale.factor << " / " << scale.divisor;
+    }
+}
+
 void ExpectExact(const ReadingScale& scale, int highest) {
     static CellScale ready;
     MakeReady(ready, scale, highest);
     const std::vector<int> readings = Readings(highest);
     ExpectScaled<uint16_t, int32_t>(scale, ready, readings);
+    ExpectStreamed(scale, ready, readings);
     if (scale.hundredths) return;
     ExpectScaled<uint16_t, int16_t>(scale, ready, readings);
     ExpectScaled<uint16_t, uint16_t>(scale, ready, readings);
